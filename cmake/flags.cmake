@@ -1,0 +1,12 @@
+# One interface target carries every flag; each of our targets links it.
+add_library(lunabrook_flags INTERFACE)
+target_compile_options(lunabrook_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                 $<$<BOOL:${LUNABROOK_WERROR}>:-Werror>)
+target_include_directories(lunabrook_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+# The metrics compare single-precision results with double bounds: no fused or widened arithmetic.
+target_compile_options(lunabrook_flags INTERFACE -ffp-contract=off)
+if(LUNABROOK_SANITIZE)
+  target_compile_options(lunabrook_flags INTERFACE -fsanitize=${LUNABROOK_SANITIZE} -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(lunabrook_flags INTERFACE -fsanitize=${LUNABROOK_SANITIZE})
+endif()

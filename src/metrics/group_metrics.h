@@ -1,0 +1,65 @@
+// The metrics: store -> result dictionary, one request and one .cpp for each.
+//
+// A request reads the store and the clock afresh and returns a new dictionary (labels, values, a spoken sentence and a
+// copyable summary), or nil when the report day has no data. The night hour decides the day: a sleep day begins at the
+// latest night-hour o'clock that is not in the future, and is filed under the day twelve hours later.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/device.h"
+#include "platform/user_defaults.h"
+#include "platform/value.h"
+#include "timekit/format_tools.h"
+
+namespace lunabrook {
+
+class GroupMetrics {
+public:
+    explicit GroupMetrics(const Device& device) : device_(device) {}
+
+    std::optional<Dictionary> requestQuality();
+    std::optional<Dictionary> requestSpO2();
+    std::optional<Dictionary> requestRespRate();
+    std::optional<Dictionary> requestWristTemp();
+    std::optional<Dictionary> requestReadiness();
+    std::optional<Dictionary> requestOctane();
+    std::optional<Dictionary> requestConsistencyDict();
+    std::optional<Dictionary> requestSleepBank();
+    // The cached sleep bank, moved on by one day; nil when the cache is not of the previous sleep day.
+    std::optional<Dictionary> returnPreviousSleepBank();
+
+    // Mirrors the ring labels into the store for readers that do not compute them.
+    void requestQualityForSwift();
+
+    // -1 when the setting is missing, or while no request has opened the store.
+    float getLunabrookConfigValueForKey(std::string_view key) const;
+    // Whether the setting is there, whatever its value: a stored NO counts as YES.
+    bool getLunabrookSwitchValueForKey(std::string_view key) const;
+
+    // Whether the night hour has struck since midnight. False while no request has opened the store.
+    bool shouldReportPreviousDay();
+    // The latest `nightHour` o'clock that is not in the future. Nil for a negative hour.
+    std::optional<Date> getFromDateForNightHour(std::int64_t nightHour);
+    // Whether the watch's record was synchronised more than a minute after the start of the sleep day.
+    bool watchDictIsValid();
+
+private:
+    // What every request begins with.
+    void openStoreAndTools();
+    // The night hour of the settings; the metrics' own is in "bankDict", and the two are kept apart.
+    std::int64_t configuredNightHour() const;
+    // The day key under which the current sleep day is filed; nil when the day has no start.
+    std::optional<std::string> reportDayKey(const Dictionary& bank);
+
+    const Device& device_;
+    std::unique_ptr<UserDefaults> groupPrefs_;
+    std::unique_ptr<FormatTools> formatTools_;
+};
+
+}  // namespace lunabrook

@@ -1,0 +1,40 @@
+// What the platform's sources share of ICU: text conversion, the one look at a status, the locale's loaded data.
+//
+// Nothing outside the sources of this folder includes this file.
+
+#pragma once
+
+#include <unicode/dtptngen.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+#include <unicode/utypes.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/locale.h"
+
+namespace lunabrook {
+
+inline icu::UnicodeString unicodeFromUtf8(std::string_view text) {
+    return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int32_t>(text.size())));
+}
+
+inline std::string utf8FromUnicode(const icu::UnicodeString& text) {
+    std::string utf8;
+    text.toUTF8String(utf8);
+    return utf8;
+}
+
+// Every ICU call's status ends here; a failed one is a nil to the caller.
+inline bool succeeded(UErrorCode status) { return U_SUCCESS(status) != 0; }
+
+// What has been loaded for a locale so far; each member is made by the source that needs it, on first use.
+struct Locale::Data {
+    icu::Locale locale;
+    std::string identifier;
+    std::unique_ptr<icu::DateTimePatternGenerator> patternGenerator;
+};
+
+}  // namespace lunabrook
