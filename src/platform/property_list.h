@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -40,8 +39,11 @@ public:
     // Takes over every key of the other list, as it stands there.
     void merge(const PropertyList& other);
 
-    // The binary form; nil when it cannot be written.
-    std::optional<std::string> binary() const;
+    // The binary form, or why it cannot be written without a loss.
+    struct Unwritable {
+        std::string why;  // "would be larger than 64 MiB"
+    };
+    std::variant<std::string, Unwritable> binary() const;
 
 private:
     struct Tree;

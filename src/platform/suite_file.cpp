@@ -1,0 +1,205 @@
+#include "platform/suite_file.h"
+
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include "platform/device.h"
+#include "platform/private/file_descriptor.h"
+
+namespace lunabrook {
+
+namespace {
+
+// Only the owner reads and writes the store and the folder that is made for it.
+constexpr mode_t kPrivateFile = S_IRUSR | S_IWUSR;
+
+struct Identity {
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    timespec changed = {};
+
+    explicit Identity(const struct stat& status)
+        : device(status.st_dev), inode(status.st_ino), size(status.st_size), changed(status.st_ctim) {}
+
+    bool operator==(const Identity& other) const {
+        return device == other.device && inode == other.inode && size == other.size &&
+               changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+    }
+};
+
+// Nil when there is no file, or none that can be looked at.
+std::optional<Identity> identityOf(const std::filesystem::path& file) {
+    struct stat status = {};
+    return ::stat(file.c_str(), &status) == 0 ? std::optional<Identity>(status) : std::nullopt;
+}
+
+bool readAll(const FileDescriptor& file, std::size_t size, std::string& bytes) {
+    bytes.resize(size);
+    std::size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(file.number(), bytes.data() + filled, size - filled);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            bytes.resize(filled);
+            return count == 0;
+        }
+        filled += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+bool writeAll(const FileDescriptor& file, const std::string& bytes) {
+    std::size_t written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count = ::write(file.number(), bytes.data() + written, bytes.size() - written);
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        written += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return true;
+}
+
+// A link stays a link: what it points to is what is replaced.
+std::filesystem::path withoutLinks(const std::filesystem::path& file) {
+    std::error_code error;
+    std::filesystem::path target = std::filesystem::canonical(file, error);
+    return error ? file : target;
+}
+
+}  // namespace
+
+// The open descriptor keeps the inode's number from being given to another file: without it a file replaced twice
+// within one tick of the clock could carry the first one's identity.
+struct SuiteFile::Loaded {
+    FileDescriptor file;
+    std::optional<Identity> identity;
+    PropertyList list;
+    std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
+};
+
+SuiteFile::SuiteFile(const Device& device, std::filesystem::path file) : device_(device), file_(std::move(file)) {}
+
+SuiteFile::~SuiteFile() = default;
+
+bool SuiteFile::fail(const std::string& what) const {
+    device_.tellFault({.file = file_, .what = what});
+    return false;
+}
+
+// What is wrong with the file, or nil; `loaded` is then what it holds. A missing file is an empty one.
+std::optional<std::string> SuiteFile::load(Loaded& loaded) const {
+    constexpr int kAttempts = 3;  // a program that writes in place may be at it while the bytes are read
+    std::string bytes;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        loaded.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK);
+        if (!loaded.file.isOpen()) {
+            const bool missing = errno == ENOENT || errno == ENOTDIR;
+            return missing ? std::nullopt : std::optional("cannot be read: " + lastErrorText());
+        }
+        struct stat status = {};
+        ::fstat(loaded.file.number(), &status);
+        loaded.identity.emplace(status);
+        if (!S_ISREG(status.st_mode)) {
+            return "is not a file";
+        }
+        if (status.st_size > static_cast<off_t>(kMaximumPropertyListBytes)) {
+            return "is larger than 64 MiB";
+        }
+        if (!readAll(loaded.file, static_cast<std::size_t>(status.st_size), bytes)) {
+            return "cannot be read: " + lastErrorText();
+        }
+        if (::fstat(loaded.file.number(), &status) == 0 && Identity(status) == *loaded.identity) {
+            break;
+        }
+    }
+    auto result = PropertyList::fromBytes(bytes);
+    if (auto* damage = std::get_if<std::string>(&result)) {
+        return std::move(*damage);
+    }
+    loaded.list = std::get<PropertyList>(std::move(result));
+    return std::nullopt;
+}
+
+std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
+    if (!loaded_ || loaded_->identity != identityOf(file_)) {
+        auto loaded = std::make_unique<Loaded>();
+        if (const auto damage = load(*loaded)) {
+            fail(*damage + "; it is left as it is and reads as empty");
+        } else {
+            loaded->contents = std::make_shared<const Dictionary>(loaded->list.dictionary());
+        }
+        loaded->list = PropertyList();  // the snapshot is what reads need; a transaction loads for itself
+        loaded_ = std::move(loaded);
+    }
+    return loaded_->contents;
+}
+
+bool SuiteFile::change(const std::function<void(PropertyList&)>& edit) {
+    if (device_.dropsWrites()) {
+        return true;
+    }
+    std::error_code error;
+    std::filesystem::create_directories(file_.parent_path(), error);
+    if (error) {
+        return fail("cannot be written: " + error.message());
+    }
+    std::filesystem::path lockFile = file_;
+    lockFile += ".lock";
+    const FileDescriptor lock(lockFile, O_RDWR | O_CREAT, kPrivateFile);
+    if (!lock.isOpen()) {
+        return fail("cannot be locked, so nothing was written: " + lastErrorText());
+    }
+    while (::flock(lock.number(), LOCK_EX) != 0) {
+        if (errno != EINTR) {
+            return fail("cannot be locked, so nothing was written: " + lastErrorText());
+        }
+    }
+    return changeLocked(edit);  // closing the lock file unlocks
+}
+
+bool SuiteFile::changeLocked(const std::function<void(PropertyList&)>& edit) {
+    Loaded loaded;
+    if (const auto damage = load(loaded)) {
+        return fail(*damage + "; it is left as it is and nothing was written");
+    }
+    edit(loaded.list);
+    const auto bytes = loaded.list.binary();
+    if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {
+        return fail(unwritable->why + "; nothing was written");
+    }
+    return replaceBy(std::get<std::string>(bytes));
+}
+
+bool SuiteFile::replaceBy(const std::string& bytes) const {
+    const std::filesystem::path target = withoutLinks(file_);
+    std::filesystem::path temporary = target;
+    temporary += ".new";  // one name is enough under the lock, and a killed writer leaves at most one behind
+    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, kPrivateFile);
+    // The bytes reach the disk before the name does, so a power cut finds the old file or the new one, never half of
+    // one.
+    const bool isWritten = file.isOpen() && ::fchmod(file.number(), kPrivateFile) == 0 && writeAll(file, bytes) &&
+                           ::fdatasync(file.number()) == 0 && file.close();
+    if (!isWritten || ::rename(temporary.c_str(), target.c_str()) != 0) {
+        const std::string error = lastErrorText();
+        ::unlink(temporary.c_str());
+        return fail("cannot be written and stays as it was: " + error);
+    }
+    return true;
+}
+
+bool SuiteFile::synchronize() {
+    for (const std::filesystem::path& path : {file_, file_.parent_path()}) {
+        const FileDescriptor opened(path, O_RDONLY | O_NONBLOCK);
+        const bool missing = !opened.isOpen() && (errno == ENOENT || errno == ENOTDIR);
+        if (!missing && (!opened.isOpen() || ::fsync(opened.number()) != 0)) {
+            return fail("cannot be put on the disk: " + lastErrorText());
+        }
+    }
+    return true;
+}
+
+}  // namespace lunabrook

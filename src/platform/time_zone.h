@@ -34,6 +34,7 @@ public:
     static std::optional<TimeZone> named(std::string_view identifier);
     // What /etc/localtime says; UTC when there is none.
     static TimeZone system();
+    static TimeZone utc();
 
     // Proleptic Gregorian; a fraction of a second is dropped toward the past. Nil for a date that is not finite or
     // more than about 140,000 years away.
