@@ -5,13 +5,19 @@
 #pragma once
 
 #include <unicode/dtptngen.h>
+#include <unicode/listformatter.h>
 #include <unicode/locid.h>
+#include <unicode/numberformatter.h>
 #include <unicode/unistr.h>
 #include <unicode/utypes.h>
 
+#include <array>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/locale.h"
 
@@ -32,9 +38,20 @@ inline bool succeeded(UErrorCode status) { return U_SUCCESS(status) != 0; }
 
 // What has been loaded for a locale so far; each member is made by the source that needs it, on first use.
 struct Locale::Data {
+    using NumberFormatter = icu::number::LocalizedNumberFormatter;
+    struct ClockSeparators {
+        icu::UnicodeString afterHour, afterMinute;
+    };
+
     icu::Locale locale;
     std::string identifier;
     std::unique_ptr<icu::DateTimePatternGenerator> patternGenerator;
+    std::map<std::string, std::string, std::less<>> patternsOfTemplates;
+    std::map<int, NumberFormatter> numberFormatters;                     // by count of fraction digits
+    std::map<int, NumberFormatter> clockFormatters;                      // by least count of digits
+    std::map<std::pair<int, unsigned>, NumberFormatter> unitFormatters;  // by style and calendar unit
+    std::map<int, std::unique_ptr<icu::ListFormatter>> unitLists;        // by style
+    std::optional<ClockSeparators> clockSeparators;
 };
 
 }  // namespace lunabrook
