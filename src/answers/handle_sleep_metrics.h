@@ -8,6 +8,7 @@
 #include <optional>
 #include <string_view>
 
+#include "answers/answer_keys.h"
 #include "metrics/group_metrics.h"
 #include "platform/device.h"
 #include "platform/user_defaults.h"
@@ -16,7 +17,8 @@
 
 namespace lunabrook {
 
-inline constexpr std::string_view kResponse = "response";
+// A fragment of two sentences; its blank at the end doubles the one that follows, which is then collapsed.
+inline constexpr std::string_view kTodayYouSlept = "Today you slept ";
 
 class HandleSleepMetrics {
 public:
@@ -44,6 +46,8 @@ public:
 private:
     using Request = std::optional<Dictionary> (GroupMetrics::*)();
     Dictionary metricAnswer(Request request, std::string_view spokenKey);
+    Dictionary noDataAnswer() const;
+    void openStore();
     void openStoreAndTools();
 
     const Device& device_;

@@ -12,12 +12,18 @@
 #include <string>
 #include <string_view>
 
+#include "metrics/result_keys.h"
 #include "platform/device.h"
 #include "platform/user_defaults.h"
 #include "platform/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {
+
+struct NightlyAverage;
+
+// From the start of a sleep day to the morning whose calendar day it is filed under.
+inline constexpr double kHalfDaySeconds = 43200.0;
 
 class GroupMetrics {
 public:
@@ -42,7 +48,7 @@ public:
     // Whether the setting is there, whatever its value: a stored NO counts as YES.
     bool getLunabrookSwitchValueForKey(std::string_view key) const;
 
-    // Whether the night hour has struck since midnight. False while no request has opened the store.
+    // Whether the night hour has struck since midnight. Opens nothing: before the first request it is false.
     bool shouldReportPreviousDay();
     // The latest `nightHour` o'clock that is not in the future. Nil for a negative hour.
     std::optional<Date> getFromDateForNightHour(std::int64_t nightHour);
@@ -52,10 +58,16 @@ public:
 private:
     // What every request begins with.
     void openStoreAndTools();
-    // The night hour of the settings; the metrics' own is in "bankDict", and the two are kept apart.
+    // Of the settings and of "bankDict", both 21 when missing: two hours that are kept apart on purpose.
     std::int64_t configuredNightHour() const;
-    // The day key under which the current sleep day is filed; nil when the day has no start.
-    std::optional<std::string> reportDayKey(const Dictionary& bank);
+    static std::int64_t nightHourOfBank(const Dictionary& bank);
+    // Null unless there is a watch record and it is valid.
+    std::shared_ptr<const Dictionary> validWatchRecord();
+    // Whether `dayKey` names the day under which the current sleep day is filed. False for a null.
+    bool isReportDay(const Dictionary& bank, const std::string* dayKey);
+    // A sub-record of "bankDict" whose "key" names the report day; null otherwise. Opens store and tools.
+    std::shared_ptr<const Dictionary> reportDayRecord(std::string_view name);
+    std::optional<Dictionary> requestNightlyAverage(const NightlyAverage& metric);
 
     const Device& device_;
     std::unique_ptr<UserDefaults> groupPrefs_;

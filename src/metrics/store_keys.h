@@ -20,6 +20,4 @@ inline constexpr std::string_view kRequiredHours = "requiredHours";
 inline constexpr std::string_view kBankDict = "bankDict";
 inline constexpr std::string_view kRecordKey = "key";  // the day that a sub-record of "bankDict" belongs to
 
-inline constexpr std::string_view kPasteItem = "pasteItem";  // the copyable summary of every result and answer
-
 }  // namespace lunabrook
