@@ -29,8 +29,8 @@ public:
     // Nil when the date is missing or not finite.
     std::optional<std::string> stringFromDate(std::optional<Date> date) const;
 
-    // Strict: the whole text, blanks around allowed, must be what the pattern writes, and name a day that exists.
-    // A pattern with a zone field takes the moment from the text's own offset.
+    // Strict: the whole text, blanks around allowed, must be what the pattern writes (digits of any script), and name
+    // a day that exists. A pattern with a zone field takes the moment from the text's own offset (+0200, +02:00, Z).
     std::optional<Date> dateFromString(std::string_view text) const;
 
 private:
