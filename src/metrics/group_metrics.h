@@ -68,6 +68,8 @@ private:
     // A sub-record of "bankDict" whose "key" names the report day; null otherwise. Opens store and tools.
     std::shared_ptr<const Dictionary> reportDayRecord(std::string_view name);
     std::optional<Dictionary> requestNightlyAverage(const NightlyAverage& metric);
+    // Adds tonight's bedtime, sentence and summary to a sleep bank; the usual wake time unless one is fixed.
+    void planTonight(Dictionary& result, const Dictionary& bank, const std::optional<Date>& fixedWake);
 
     const Device& device_;
     std::unique_ptr<UserDefaults> groupPrefs_;
