@@ -74,15 +74,12 @@ private:
         objectCount_ = bigEndian(trailer + 8, 8);
         root_ = bigEndian(trailer + 16, 8);
         tableStart_ = bigEndian(trailer + 24, 8);
-        if (objectCount_ > kMaximumPropertyListValues) {
-            return fail(kTooMany);
-        }
         const bool sizesFit = offsetSize_ >= 1 && offsetSize_ <= 8 && referenceSize_ >= 1 && referenceSize_ <= 8;
         if (!sizesFit || root_ >= objectCount_ || tableStart_ < kHeaderBytes || tableStart_ > trailer ||
-            objectCount_ * offsetSize_ > trailer - tableStart_) {
+            objectCount_ > (trailer - tableStart_) / offsetSize_) {
             return fail(kCutShort);
         }
-        return true;
+        return objectCount_ <= kMaximumPropertyListValues || fail(kTooMany);
     }
 
     bool readHeader(std::uint64_t object, Header& header) {

@@ -132,6 +132,9 @@ std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
         } else {
             loaded->contents = std::make_shared<const Dictionary>(loaded->list.dictionary());
         }
+        if (!loaded->identity) {
+            loaded->identity = identityOf(file_);  // a file that cannot be opened is told once, too
+        }
         loaded->list = PropertyList();  // the snapshot is what reads need; a transaction loads for itself
         loaded_ = std::move(loaded);
     }

@@ -38,14 +38,16 @@ std::size_t endOfMarkup(std::string_view text, std::size_t start) {
     return end == std::string_view::npos ? end : end + 1;
 }
 
+bool opensContainer(std::string_view markup) {
+    return (markup.starts_with("<dict") || markup.starts_with("<array")) && !markup.ends_with("/>");
+}
+
 }  // namespace
 
 PropertyListCheck checkXmlPropertyList(std::string_view bytes) {
     if (!isUtf8(bytes)) {
         return {.damage = "is neither a binary property list nor UTF-8 text"};
     }
-    // The root element `plist` and the innermost leaf stand around and inside the containers.
-    constexpr int kDeepest = kMaximumPropertyListDepth + 2;
     int depth = 0;
     std::size_t elements = 0;
     for (std::size_t start = bytes.find('<'); start != std::string_view::npos;) {
@@ -54,14 +56,13 @@ PropertyListCheck checkXmlPropertyList(std::string_view bytes) {
             return {.damage = kCutShort};
         }
         const std::string_view markup = bytes.substr(start, end - start);
-        const bool isElement = markup[1] != '!' && markup[1] != '?' && markup[1] != '/';
-        elements += isElement ? 1 : 0;
-        if (isElement && !markup.ends_with("/>")) {
+        elements += markup[1] != '!' && markup[1] != '?' && markup[1] != '/' ? 1 : 0;
+        if (opensContainer(markup)) {
             ++depth;
-        } else if (markup.starts_with("</")) {
+        } else if (markup.starts_with("</dict") || markup.starts_with("</array")) {
             --depth;
         }
-        if (depth > kDeepest) {
+        if (depth > kMaximumPropertyListDepth) {
             return {.damage = kTooDeep};
         }
         if (elements > kMaximumPropertyListValues) {
