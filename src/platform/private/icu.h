@@ -11,12 +11,12 @@
 #include <unicode/unistr.h>
 #include <unicode/utypes.h>
 
-#include <array>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "platform/locale.h"
@@ -47,10 +47,10 @@ struct Locale::Data {
     std::string identifier;
     std::unique_ptr<icu::DateTimePatternGenerator> patternGenerator;
     std::map<std::string, std::string, std::less<>> patternsOfTemplates;
-    std::map<int, NumberFormatter> numberFormatters;                     // by count of fraction digits
-    std::map<int, NumberFormatter> clockFormatters;                      // by least count of digits
-    std::map<std::pair<int, unsigned>, NumberFormatter> unitFormatters;  // by style and calendar unit
-    std::map<int, std::unique_ptr<icu::ListFormatter>> unitLists;        // by style
+    std::map<std::tuple<int, int, bool>, NumberFormatter> numberFormatters;  // fraction digits, least digits, plus
+    std::map<int, NumberFormatter> clockFormatters;                          // by least count of digits
+    std::map<std::pair<int, unsigned>, NumberFormatter> unitFormatters;      // by style and calendar unit
+    std::map<int, std::unique_ptr<icu::ListFormatter>> unitLists;            // by style
     std::optional<ClockSeparators> clockSeparators;
 };
 
