@@ -10,7 +10,7 @@ namespace lunabrook {
 
 namespace {
 
-// Only the owner reads and writes the store and the folder that is made for it.
+// Only the owner reads and writes the store.
 constexpr mode_t kPrivateFile = S_IRUSR | S_IWUSR;
 
 struct Identity {

@@ -1,0 +1,179 @@
+#include "host/command.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+#include <iostream>
+
+#include "host/device_options.h"
+#include "host/near_names.h"
+#include "host/verbs.h"
+
+namespace lunabrook {
+
+namespace {
+
+constexpr const char* kAbout =
+    "Answers the nine sleep intents from the sleep tracker's store: one spoken sentence each.\n"
+    "\n"
+    "  lunabrook demo                             make up a week of sleep to play with\n"
+    "  lunabrook ask sleep-rings readiness        two answers\n"
+    "  lunabrook ask --json time-asleep           for scripts, with the copyable summary\n"
+    "\n"
+    "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed, 2 a wrong call,\n"
+    "3 a fault in the store or a string table.\n";
+
+constexpr const char* kAskAbout =
+    "Answers intents, one sentence a line, in order; each sees what the earlier ones wrote.\n"
+    "\n"
+    "INTENT is lights-off, time-asleep, readiness, sleep-fuel, blood-oxygen, respiration,\n"
+    "latest-bedtime, sleep-rings, wrist-temperature, or a class name such as ReadinessIntent.\n";
+
+constexpr const char* kMetricsAbout =
+    "Shows the result dictionaries of the metrics as one JSON object; null where there is no data.\n"
+    "The store stays as it is.\n"
+    "\n"
+    "NAME is requestQuality, requestSpO2, requestRespRate, requestWristTemp, requestReadiness,\n"
+    "requestOctane, requestConsistencyDict or requestSleepBank; all of them when none is named.\n";
+
+using Verb = std::function<ExitStatus(const Device&)>;
+
+struct Call {
+    DeviceOptions device;
+    bool isQuestion = false;  // what it would write is dropped
+    std::vector<std::string> names;
+    bool asJson = false;
+    std::string key;
+    std::string file;
+    Verb verb;
+};
+
+void addDeviceOptions(CLI::App& app, DeviceOptions& options) {
+    const char* group = "Device";
+    app.add_option("--preferences", options.preferences, "Folder of the store (else $LUNABROOK_PREFERENCES)")
+        ->type_name("DIR")
+        ->group(group);
+    app.add_option("--now", options.now, "Stop the clock there: 2026-06-10T08:30:00+02:00")
+        ->type_name("TIME")
+        ->group(group);
+    app.add_option("--time-zone", options.timeZone, "Europe/Berlin (else $TZ or the system's)")
+        ->type_name("ID")
+        ->group(group);
+    app.add_option("--locale", options.locale, "de_DE (else $LC_ALL, $LC_TIME or $LANG)")
+        ->type_name("ID")
+        ->group(group);
+    app.add_option("--language", options.languages, "Languages of the texts, most wanted first: de,en")
+        ->delimiter(',')
+        ->expected(1)
+        ->type_name("ID[,ID...]")
+        ->group(group);
+    app.add_option("--bundle", options.bundle, "Folder with the texts, <language>.lproj in it")
+        ->type_name("DIR")
+        ->group(group);
+}
+
+void addStoreVerbs(CLI::App& app, Call& call) {
+    CLI::App* store =
+        app.add_subcommand("store", "Looks into the store or fills it")->fallthrough()->require_subcommand(1);
+    CLI::App* show = store->add_subcommand("show", "Prints the store, or one key's value, as JSON")->fallthrough();
+    show->add_option("KEY", call.key, "Such as bankDict; null when it is not there");
+    show->callback([&call] { call.verb = [&call](const Device& device) { return showStore(device, call.key); }; });
+    CLI::App* import = store->add_subcommand("import", "Takes over every key of a property list")->fallthrough();
+    import->add_option("FILE", call.file, "A property list, binary or XML")->required()->check(CLI::ExistingFile);
+    import->callback([&call] { call.verb = [&call](const Device& device) { return importStore(device, call.file);
+};
+}  // namespace
+);
+}  // namespace lunabrook
+
+void addVerbs(CLI::App& app, Call& call) {
+    CLI::App* asking = app.add_subcommand("ask", kAskAbout)->fallthrough();
+    asking->add_option("INTENT", call.names, "Which intents")->required();
+    asking->add_flag("--json", call.asJson, "One JSON object a line: intent, code, response, dictionary");
+    asking->callback(
+        [&call] { call.verb = [&call](const Device& device) { return ask(device, call.names, call.asJson); }; });
+
+    CLI::App* metrics = app.add_subcommand("metrics", kMetricsAbout)->fallthrough();
+    metrics->add_option("NAME", call.names, "Which requests");
+    metrics->callback([&call] {
+        call.isQuestion = true;
+        call.verb = [&call](const Device& device) { return showMetrics(device, call.names); };
+    });
+
+    app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")
+        ->fallthrough()
+        ->callback([&call] { call.verb = listIntents; });
+    app.add_subcommand("demo", "Fills an empty preferences folder with a made-up week")
+        ->fallthrough()
+        ->callback([&call] { call.verb = makeDemo; });
+    addStoreVerbs(app, call);
+}
+
+// The first line of an argument fault, with a near verb when one was mistyped.
+std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
+    std::string text = error.what();
+    text = text.substr(0, text.find('\n'));
+    if (app.get_subcommands().empty() && argc > 1 && argv[1][0] != '-') {
+        std::vector<std::string> verbs;
+        for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
+            verbs.push_back(verb->get_name());
+        }
+        text = "there is no verb \"" + std::string(argv[1]) + "\"" + suggestion(argv[1], verbs);
+    }
+    return text + " (`lunabrook --help` shows how to call it)";
+}
+
+void tellFaults(const std::vector<Fault>& faults) {
+    std::cout.flush();  // the answer first
+    for (const Fault& fault : faults) {
+        std::cerr << "lunabrook: " << fault.file.string()
+                  << (fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "") << " " << fault.what << "\n";
+    }
+}
+
+ExitStatus run(const Call& call) {
+    auto settings = deviceSettings(call.device);
+    if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
+        return complain(wrong->what);
+    }
+    std::vector<Fault> faults;
+    auto& deviceSettings = std::get<Device::Settings>(settings);
+    deviceSettings.dropsWrites = call.isQuestion;
+    deviceSettings.faults = [&faults](const Fault& fault) {
+        if (std::find(faults.begin(), faults.end(), fault) == faults.end()) {
+            faults.push_back(fault);
+        }
+    };
+    const Device device(std::move(deviceSettings));
+    const ExitStatus status = call.verb(device);
+    tellFaults(faults);
+    return faults.empty() || status == ExitStatus::wrongCall ? status : ExitStatus::fault;
+}
+
+}  // namespace
+
+ExitStatus complain(const std::string& what) {
+    std::cout.flush();
+    std::cerr << "lunabrook: " << what << "\n";
+    return ExitStatus::wrongCall;
+}
+
+int runCommand(int argc, char** argv) {
+    CLI::App app(kAbout, "lunabrook");
+    app.require_subcommand(1)->fallthrough();
+    app.set_version_flag("--version", LUNABROOK_VERSION);
+    Call call;
+    addDeviceOptions(app, call.device);
+    addVerbs(app, call);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            return app.exit(error);
+        }
+        return static_cast<int>(complain(wrongCallText(app, error, argc, argv)));
+    }
+    return static_cast<int>(run(call));
+}
+
+}  // namespace lunabrook

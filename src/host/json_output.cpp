@@ -1,0 +1,48 @@
+#include "host/json_output.h"
+
+#include <cmath>
+
+#include "platform/base64.h"
+#include "platform/iso8601.h"
+
+namespace lunabrook {
+
+namespace {
+
+struct JsonMaker {
+    Json operator()(bool truth) const { return truth; }
+    Json operator()(std::int64_t number) const { return number; }
+    Json operator()(double real) const { return std::isfinite(real) ? Json(real) : Json(); }
+    Json operator()(const std::string& text) const { return text; }
+    Json operator()(Date date) const {
+        const auto text = iso8601MillisecondsFromDate(date);
+        return text ? Json(*text) : Json();
+    }
+    Json operator()(const Data& data) const { return base64FromData(data); }
+    Json operator()(const Array& array) const {
+        Json json = Json::array();
+        for (const Value& entry : array) {
+            json.push_back(jsonFromValue(entry));
+        }
+        return json;
+    }
+    Json operator()(const Dictionary& dictionary) const { return jsonFromDictionary(dictionary); }
+};
+
+}  // namespace
+
+Json jsonFromValue(const Value& value) { return std::visit(JsonMaker{}, value.storage()); }
+
+Json jsonFromDictionary(const Dictionary& dictionary) {
+    Json::object_t object;
+    for (const auto& [key, entry] : dictionary) {
+        object.emplace_back(key, jsonFromValue(entry));  // distinct already: no search, as insert() would make
+    }
+    return object;
+}
+
+std::string jsonText(const Json& json, int indent) {
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace lunabrook

@@ -1,0 +1,12 @@
+// How many columns a text takes on a terminal.
+
+#pragma once
+
+#include <string_view>
+
+namespace lunabrook {
+
+// Wide and emoji characters take two columns, marks and joiners none: "Ⓡ" 1, "睡眠" 4, "💆‍♂️" 2.
+int displayWidth(std::string_view text);
+
+}  // namespace lunabrook
