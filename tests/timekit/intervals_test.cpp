@@ -58,9 +58,9 @@ TEST(IntervalsTest, NamesUnitsWithoutTheNumber) {
     const TestDevice american;
     EXPECT_EQ(FormatTools(american).shortTermForHRS(), "hr");
     EXPECT_EQ(FormatTools(american).shortTermForDAYS(), "days");
-    const TestDevice french{{.locale = "fr_FR"}};  // a no-break blank stays
+    const TestDevice french{{.locale = "fr_FR"}};  // no-break blanks stay
     EXPECT_EQ(FormatTools(french).shortTermForMIN(), "\u00A0min");
-    EXPECT_EQ(FormatTools(french).shortTermForDAYS(), "\u00A0j");
+    EXPECT_EQ(FormatTools(french).shortTermForDAYS(), "\u202Fj");
 }
 
 TEST(IntervalsTest, SaysHowLongAgo) {
