@@ -1,9 +1,10 @@
-// Dictionaries as maps of texts that a failed comparison prints well: texts as they stand, numbers as "#1.25", dates as
-// "@2026-06-10T08:30:00.000Z"; containers and data as "...". A nil is {"nil"}.
+// Dictionaries as one line of text: "bankPercent: #1 | bedTime: @2026-06-09T19:30:00.000Z | latestBedTime: 21:30".
+//
+// Keys in alphabetical order; "#" marks a number (at most four decimals), "@" a date, "..." a container or data; "nil"
+// for a nil.
 
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 
@@ -13,9 +14,7 @@
 
 namespace lunabrook::test {
 
-using Shown = std::map<std::string, std::string>;
-
-inline std::string shown(const Value& value) {
+inline std::string shownValue(const Value& value) {
     if (value.string() != nullptr) {
         return *value.string();
     }
@@ -27,27 +26,22 @@ inline std::string shown(const Value& value) {
         digits.erase(digits.find_last_not_of('0') + 1);
         return "#" + (digits.ends_with('.') ? digits.substr(0, digits.size() - 1) : digits);
     }
-    const bool isNumber =
-        std::holds_alternative<std::int64_t>(value.storage()) || std::holds_alternative<bool>(value.storage());
-    return isNumber ? "#" + std::to_string(value.integerValue()) : "...";
+    const bool isInteger = std::holds_alternative<std::int64_t>(value.storage());
+    return isInteger ? "#" + std::to_string(value.integerValue()) : "...";
 }
 
-inline Shown shown(const Dictionary& dictionary) {
-    Shown texts;
-    for (const auto& [key, value] : dictionary) {
-        texts[key] = shown(value);
+inline std::string shown(const std::optional<Dictionary>& dictionary) {
+    std::string line;
+    for (const auto& [key, value] : dictionary.value_or(Dictionary{})) {
+        line += (line.empty() ? "" : " | ") + key + ": " + shownValue(value);
     }
-    return texts;
-}
-
-inline Shown shown(const std::optional<Dictionary>& dictionary) {
-    return dictionary ? shown(*dictionary) : Shown{{"nil", ""}};
+    return dictionary ? line : "nil";
 }
 
 // One entry; "missing" without it.
 inline std::string shown(const std::optional<Dictionary>& dictionary, std::string_view key) {
     const Value* value = dictionary ? valueForKey(*dictionary, key) : nullptr;
-    return value != nullptr ? shown(*value) : "missing";
+    return value != nullptr ? shownValue(*value) : "missing";
 }
 
 }  // namespace lunabrook::test
