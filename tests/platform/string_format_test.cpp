@@ -65,7 +65,9 @@ TEST(StringFormat, LeavesWhatIsNoPlaceholder) {
 
 TEST(StringFormat, PlainNumbersIgnoreTheProcessLocale) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
+        GTEST_SKIP() << "this machine has no locale with a decimal comma";
+    }
     EXPECT_EQ(stringWithFormat("%.1f %d", {1234.5, 12345}), "1234.5 12345");
     std::setlocale(LC_ALL, before.c_str());
 }
