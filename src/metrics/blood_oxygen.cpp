@@ -11,7 +11,7 @@ namespace {
 
 constexpr NightlyAverage kBloodOxygen = {
     .record = "spO2Dict",
-    .name = "SpO2",
+    .name = kSpO2Name,
     .infoKey = kTodaysSpO2Info,
     .title = "Sleep SpO2",
     .averagePhrase = "Today's average SpO2 is",

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "metrics/group_metrics.h"
+#include "metrics/result_keys.h"
 #include "metrics/store_keys.h"
 #include "platform/string_format.h"
 
@@ -21,7 +22,7 @@ struct Numbers {
 };
 
 std::string keyed(std::string_view before, const NightlyAverage& metric, std::string_view after = "") {
-    return std::string(before).append(metric.name).append(after);
+    return nightlyKey(before, metric.name, after);
 }
 
 Numbers numbersOf(const Dictionary& record, const NightlyAverage& metric, std::string_view suffix) {
@@ -100,9 +101,9 @@ std::optional<Dictionary> GroupMetrics::requestNightlyAverage(const NightlyAvera
     const Numbers week = numbersOf(*record, metric, "7");
     const Labels labels = labelsOf(device_, night, week, metric);
 
-    Dictionary result{{"title", device_.localizedString(metric.title)},
-                      {"difLabel", labels.difference},
-                      {"difColour", static_cast<int>(labels.change)}};
+    Dictionary result = dictionaryOf({{kTitle, device_.localizedString(metric.title)},
+                                      {kDifLabel, labels.difference},
+                                      {kDifColour, static_cast<int>(labels.change)}});
     result.emplace(metric.infoKey, stringWithFormat("%@ %@. %@ %@ %@ %@.",
                                                     {device_.localizedString(metric.averagePhrase), labels.average,
                                                      device_.localizedString(metric.rangePhrase), labels.minimum,

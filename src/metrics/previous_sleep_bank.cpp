@@ -43,8 +43,8 @@ void setTimeLeft(Dictionary& result, const Device& device, FormatTools& formatTo
         untilWake = secondsFrom(now, dateByAddingSeconds(*wake, offsetSeconds));
     }
     result.emplace(kTimeUntilBed, narrowed(untilBed));
-    setValue(result, "timeUntilBedLabel", formatTools.formattedTimeInterval(untilBed));
-    setValue(result, "timeUntilWakeLabel", formatTools.formattedTimeInterval(untilWake));
+    setValue(result, kTimeUntilBedLabel, formatTools.formattedTimeInterval(untilBed));
+    setValue(result, kTimeUntilWakeLabel, formatTools.formattedTimeInterval(untilWake));
     result.emplace(kPasteItem, summary(result, device, formatTools));
 }
 

@@ -16,6 +16,10 @@ constexpr std::string_view kHrvAverage = "hrvAverage";
 constexpr std::string_view kRateToday = "bpmTodayVal";
 constexpr std::string_view kRateAverage = "bpmAverage";
 
+constexpr std::string_view kPercentage = "percentage";  // the combined score
+constexpr std::string_view kWakingPoints = "wakingPoints";
+constexpr std::string_view kHrvPoints = "hrvPoints";
+
 constexpr float kLeastDifference = 0.5F;  // up to here it reads "No change"
 
 struct Band {
@@ -156,21 +160,19 @@ std::optional<Dictionary> recoveryResult(const Device& device, const RecoverySig
     }
     const Grade grade = gradeOf(*score);
     const std::string label = device.localizedString(metric.gradeLabels[grade.index]);
-    // "waking" is the heart rate of either metric.
-    Dictionary result{{"rating", label},
-                      {"starsValue", grade.stars},
-                      {"percentage", *score},
-                      {"hrvLabel", hrv.label},
-                      {"hrvDifLabel", hrv.differenceLabel},
-                      {"wakingLabel", rate.label},
-                      {"wakingDifLabel", rate.differenceLabel},
-                      {"wakingPoints", rate.points},
-                      {"hrvPoints", hrv.points},
-                      {"wakingTint", static_cast<int>(rate.tint)},
-                      {"hrvTint", static_cast<int>(hrv.tint)}};
-    result.emplace(kTodaysReadinessStars, sentence(device, metric, grade, label));
-    result.emplace(kPasteItem, summary(device, metric, signals, grade.stars, label));
-    return result;
+    return dictionaryOf({{kRating, label},
+                         {kTodaysReadinessStars, sentence(device, metric, grade, label)},
+                         {kStarsValue, grade.stars},
+                         {kPercentage, *score},
+                         {kHrvLabel, hrv.label},
+                         {kHrvDifLabel, hrv.differenceLabel},
+                         {kWakingLabel, rate.label},
+                         {kWakingDifLabel, rate.differenceLabel},
+                         {kWakingPoints, rate.points},
+                         {kHrvPoints, hrv.points},
+                         {kWakingTint, static_cast<int>(rate.tint)},
+                         {kHrvTint, static_cast<int>(hrv.tint)},
+                         {kPasteItem, summary(device, metric, signals, grade.stars, label)}});
 }
 
 }  // namespace lunabrook

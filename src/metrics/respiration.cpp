@@ -11,7 +11,7 @@ namespace {
 
 constexpr NightlyAverage kRespirationRate = {
     .record = "respRateDict",
-    .name = "RespRate",
+    .name = kRespRateName,
     .infoKey = kTodaysRespRateInfo,
     .title = "Respiration Rate",
     .averagePhrase = "Today's average respiration rate is",

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "metrics/result_keys.h"
 #include "platform/device.h"
 #include "platform/value.h"
 #include "timekit/format_tools.h"
@@ -16,12 +17,9 @@ inline constexpr std::string_view kCachedSleepBankUpdate = "cachedSleepBankUpdat
 
 inline constexpr std::string_view kBankBalance = "bankBalance";
 inline constexpr std::string_view kBankForecast = "bankForecast";
-inline constexpr std::string_view kBankPercent = "bankPercent";
 inline constexpr std::string_view kBedTime = "bedTime";
-inline constexpr std::string_view kLatestBedTime = "latestBedTime";
 inline constexpr std::string_view kTimeUntilBed = "timeUntilBed";
 inline constexpr std::string_view kWakeTime = "wakeTime";
-inline constexpr std::string_view kWakeTimeLabel = "wakeTimeLabel";
 
 // From the result's "bedTime" and "wakeTime", moved on by `offsetSeconds`, sets "adjustedBedTime", "timeUntilBed", both
 // time-left labels and the copyable summary. Without a bedtime or wake time its time left is 0.

@@ -18,13 +18,8 @@ namespace {
 // The watch's record; the first two are three numbers joined by "|": quality, deep, heart rate.
 constexpr std::string_view kRawRingRating = "rawRingRating";  // fills, 1.0 is closed
 constexpr std::string_view kRawRingValues = "rawRingValues";  // seconds, seconds, beats per minute
-constexpr std::string_view kShowStages = "showStages";  // there when sleep stages were recorded; of the result too
 
 // The result's labels, mirrored for Swift's readers.
-constexpr std::string_view kRingSleepLabel = "ringSleepLabel";
-constexpr std::string_view kRingQualityLabel = "ringQualityLabel";
-constexpr std::string_view kRingDeepLabel = "ringDeepLabel";
-constexpr std::string_view kRingBpmLabel = "ringBPMLabel";
 constexpr std::string_view kSwiftHasData = "Swift-HasData";
 
 constexpr float kLeastGoalHours = 4.0F;
@@ -141,20 +136,20 @@ std::optional<Dictionary> GroupMetrics::requestQuality() {
     const float rating = sleepRating(rings);
     const std::string spokenHeadline = formatTools_->sentenceCapitalizedString(headline(device_, closed));
 
-    Dictionary result{{"ringSleepPercent", rings.sleepFill},
-                      {"ringQualityPercent", rings.qualityFill},
-                      {"ringDeepPercent", rings.deepFill},
-                      {"ringBPMPercent", rings.bpmFill},
-                      {"sleepRating", rating}};
+    Dictionary result = dictionaryOf({{kRingSleepPercent, rings.sleepFill},
+                                      {kRingQualityPercent, rings.qualityFill},
+                                      {kRingDeepPercent, rings.deepFill},
+                                      {kRingBpmPercent, rings.bpmFill},
+                                      {kSleepRating, rating},
+                                      {kRingBpmLabel, stringWithFormat("%.0f", {rings.bpm})},
+                                      {kSiriLabel, sentence(device_, spokenHeadline, closed, rating)},
+                                      {kPasteItem, summary(device_, rings, hasStages, rating)}});
     setValue(result, kRingSleepLabel, formatTools_->formattedTimeInterval(rings.sleepSeconds));
     setValue(result, kRingQualityLabel, formatTools_->formattedTimeInterval(rings.qualitySeconds));
     setValue(result, kRingDeepLabel, formatTools_->formattedTimeInterval(rings.deepSeconds));
-    result.emplace(kRingBpmLabel, stringWithFormat("%.0f", {rings.bpm}));
     if (hasStages) {
         result.emplace(kShowStages, "1");
     }
-    result.emplace(kSiriLabel, sentence(device_, spokenHeadline, closed, rating));
-    result.emplace(kPasteItem, summary(device_, rings, hasStages, rating));
     return result;
 }
 

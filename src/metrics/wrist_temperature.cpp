@@ -5,6 +5,7 @@
 #include <string>
 
 #include "metrics/group_metrics.h"
+#include "metrics/result_keys.h"
 #include "metrics/store_keys.h"
 #include "platform/string_format.h"
 
@@ -58,19 +59,19 @@ std::optional<Dictionary> GroupMetrics::requestWristTemp() {
     }
     const float difference = today - baseline;
     const std::string todayLabel = localizedStringWithFormat(device_.locale(), "%.2f°", {today});
-    Difference texts = differenceTexts(device_, difference, todayLabel);
+    const Difference texts = differenceTexts(device_, difference, todayLabel);
 
-    Dictionary result{{"wristTempTodayLabel", todayLabel},
-                      {"wristTempAverage28Label", localizedStringWithFormat(device_.locale(), "%.2f°", {baseline})},
-                      {"wristTempDifLabel", std::move(texts.label)}};
-    result.emplace(kWristTempTodayInfo, std::move(texts.sentence));
-    result.emplace(kWristTempScore, floatForKey(*bank, kWristTempScore, 0.0F));
-    // The blank after the third colon is meant.
-    result.emplace(kPasteItem, localizedStringWithFormat(
-                                   device_.locale(), R"({"%@":"%.2f", "%@":"%.2f", "%@": "%.2f"})",
-                                   {device_.localizedString("Temperature"), today, device_.localizedString("Baseline"),
-                                    baseline, device_.localizedString("Variance"), difference}));
-    return result;
+    return dictionaryOf(
+        {{kWristTempTodayLabel, todayLabel},
+         {kWristTempAverage28Label, localizedStringWithFormat(device_.locale(), "%.2f°", {baseline})},
+         {kWristTempDifLabel, texts.label},
+         {kWristTempTodayInfo, texts.sentence},
+         {kWristTempScore, floatForKey(*bank, kWristTempScore, 0.0F)},
+         // The blank after the third colon is meant.
+         {kPasteItem,
+          localizedStringWithFormat(device_.locale(), R"({"%@":"%.2f", "%@":"%.2f", "%@": "%.2f"})",
+                                    {device_.localizedString("Temperature"), today, device_.localizedString("Baseline"),
+                                     baseline, device_.localizedString("Variance"), difference})}});
 }
 
 }  // namespace lunabrook

@@ -165,6 +165,14 @@ std::optional<Date> dateForKey(const Dictionary& dictionary, std::string_view ke
     return date != nullptr ? std::optional(*date) : std::nullopt;
 }
 
+Dictionary dictionaryOf(std::initializer_list<std::pair<std::string_view, Value>> entries) {
+    Dictionary dictionary;
+    for (const auto& [key, value] : entries) {
+        dictionary.insert_or_assign(std::string(key), value);
+    }
+    return dictionary;
+}
+
 float narrowed(double value) {
     // The first double that rounds past the largest single is half a step above it.
     constexpr double kFirstBeyond = 0x1.ffffffp127;

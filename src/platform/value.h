@@ -7,10 +7,12 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -67,6 +69,9 @@ std::int64_t integerForKey(const Dictionary& dictionary, std::string_view key, s
 const Dictionary* dictionaryForKey(const Dictionary& dictionary, std::string_view key);
 const std::string* stringForKey(const Dictionary& dictionary, std::string_view key);
 std::optional<Date> dateForKey(const Dictionary& dictionary, std::string_view key);
+
+// For keys that are named constants.
+Dictionary dictionaryOf(std::initializer_list<std::pair<std::string_view, Value>> entries);
 
 // Sets the key unless there is no value: a nil leaves its key out.
 template <class Content>

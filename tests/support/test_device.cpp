@@ -6,7 +6,6 @@
 #include <iterator>
 
 #include "platform/iso8601.h"
-#include "platform/string_format.h"
 #include "platform/text_case.h"
 #include "platform/user_defaults.h"
 
