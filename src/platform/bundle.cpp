@@ -159,6 +159,8 @@ const std::optional<std::filesystem::path>& Bundle::chosenLanguage() const {
     return language_;
 }
 
+std::string Bundle::language() const { return chosenLanguage() ? chosenLanguage()->stem().string() : std::string(); }
+
 const StringTable* Bundle::table(std::string_view name) const {
     auto known = tables_.find(name);
     if (known == tables_.end()) {

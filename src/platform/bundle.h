@@ -29,6 +29,9 @@ public:
     // Null when the chosen language has no such table, or a damaged one.
     const StringTable* table(std::string_view name) const;
 
+    // The chosen one, "de" or "pt-BR"; empty when the bundle has no preferred language.
+    std::string language() const;
+
     const std::filesystem::path& folder() const { return folder_; }
 
 private:
