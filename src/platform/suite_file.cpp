@@ -5,6 +5,7 @@
 
 #include "platform/device.h"
 #include "platform/private/file_descriptor.h"
+#include "platform/private/file_identity.h"
 
 namespace lunabrook {
 
@@ -12,27 +13,6 @@ namespace {
 
 // Only the owner reads and writes the store.
 constexpr mode_t kPrivateFile = S_IRUSR | S_IWUSR;
-
-struct Identity {
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    timespec changed = {};
-
-    explicit Identity(const struct stat& status)
-        : device(status.st_dev), inode(status.st_ino), size(status.st_size), changed(status.st_ctim) {}
-
-    bool operator==(const Identity& other) const {
-        return device == other.device && inode == other.inode && size == other.size &&
-               changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
-    }
-};
-
-// Nil when there is no file, or none that can be looked at.
-std::optional<Identity> identityOf(const std::filesystem::path& file) {
-    struct stat status = {};
-    return ::stat(file.c_str(), &status) == 0 ? std::optional<Identity>(status) : std::nullopt;
-}
 
 bool readAll(const FileDescriptor& file, std::size_t size, std::string& bytes) {
     bytes.resize(size);
@@ -76,7 +56,7 @@ std::filesystem::path withoutLinks(const std::filesystem::path& file) {
 // within one tick of the clock could carry the first one's identity.
 struct SuiteFile::Loaded {
     FileDescriptor file;
-    std::optional<Identity> identity;
+    std::optional<FileIdentity> identity;
     PropertyList list;
     std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
 };
@@ -112,7 +92,7 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded) const {
         if (!readAll(loaded.file, static_cast<std::size_t>(status.st_size), bytes)) {
             return "cannot be read: " + lastErrorText();
         }
-        if (::fstat(loaded.file.number(), &status) == 0 && Identity(status) == *loaded.identity) {
+        if (::fstat(loaded.file.number(), &status) == 0 && FileIdentity(status) == *loaded.identity) {
             break;
         }
     }

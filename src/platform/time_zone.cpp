@@ -4,6 +4,10 @@
 #include <absl/time/time.h>
 
 #include <cmath>
+#include <map>
+#include <mutex>
+
+#include "platform/private/file_identity.h"
 
 namespace lunabrook {
 
@@ -36,12 +40,37 @@ bool fieldsCanBeCarried(const DateComponents& components) {
     return true;
 }
 
+constexpr const char* kZoneData = "/usr/share/zoneinfo";
+constexpr const char* kSystemZone = "/etc/localtime";
+
+// Abseil keeps what it loaded by name as long as the process lives. A file that changed since is loaded under a
+// spelling of its path that was not used before: "/etc/localtime", then "/./etc/localtime", then "/././etc/localtime".
+std::string unusedSpelling(std::string name) {
+    struct Known {
+        std::optional<FileIdentity> identity;
+        int changes = 0;
+    };
+    static std::mutex mutex;
+    static std::map<std::string, Known> knownFiles;
+    const auto identity = identityOf(std::filesystem::path(kZoneData) / name);  // an absolute name stands for itself
+    const std::lock_guard lock(mutex);
+    Known& known = knownFiles.try_emplace(name, Known{identity}).first->second;
+    if (known.identity != identity) {
+        known = {identity, known.changes + 1};
+    }
+    const std::size_t start = name.starts_with('/') ? 1 : 0;
+    for (int change = 0; change < known.changes; ++change) {
+        name.insert(start, "./");
+    }
+    return name;
+}
+
 }  // namespace
 
 std::optional<TimeZone> TimeZone::named(std::string_view identifier) {
     Rules rules;
     // The loader takes an empty name for UTC; here it names nothing.
-    if (identifier.empty() || !absl::LoadTimeZone(std::string(identifier), &rules.zone)) {
+    if (identifier.empty() || !absl::LoadTimeZone(unusedSpelling(std::string(identifier)), &rules.zone)) {
         return std::nullopt;
     }
     return TimeZone(std::make_shared<const Rules>(rules));
@@ -49,7 +78,7 @@ std::optional<TimeZone> TimeZone::named(std::string_view identifier) {
 
 TimeZone TimeZone::system() {
     Rules rules;
-    if (!absl::LoadTimeZone("localtime", &rules.zone)) {
+    if (!absl::LoadTimeZone(unusedSpelling(kSystemZone), &rules.zone)) {
         rules.zone = absl::UTCTimeZone();
     }
     return TimeZone(std::make_shared<const Rules>(rules));

@@ -24,6 +24,22 @@ TEST(TimeZone, KnowsTheSystemsZonesAndNoOthers) {
     }
 }
 
+// Once a file that changed was never read again, since loaded zones are kept for the life of the process.
+TEST(TimeZone, SeesThatAFileChanged) {
+    const test::TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "localtime";
+    const Date noon = test::date("2026-06-10T12:00:00Z");
+    const std::filesystem::path zoneData = "/usr/share/zoneinfo";
+    EXPECT_FALSE(TimeZone::named(file.string()));
+    for (const auto& [name, seconds] : {std::pair("Europe/Berlin", 7200), {"Asia/Tokyo", 32400}, {"UTC", 0}}) {
+        std::filesystem::copy_file(zoneData / name, file, std::filesystem::copy_options::overwrite_existing);
+        EXPECT_EQ(zone(file.c_str()).secondsFromUtc(noon), seconds) << name;
+    }
+    std::filesystem::remove(file);
+    std::filesystem::create_symlink(zoneData / "America/New_York", file);
+    EXPECT_EQ(zone(file.c_str()).secondsFromUtc(noon), -14400);
+}
+
 TEST(TimeZone, ReadsWallTimes) {
     struct Row {
         const char* name;
