@@ -1,11 +1,11 @@
 #include "host/command.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <functional>
 #include <iostream>
 
-#include "host/device_options.h"
+#include "host/device_option_flags.h"
+#include "host/fault_list.h"
 #include "host/near_names.h"
 #include "host/verbs.h"
 
@@ -19,6 +19,7 @@ constexpr const char* kAbout =
     "  lunabrook demo                             make up a week of sleep to play with\n"
     "  lunabrook ask sleep-rings readiness        two answers\n"
     "  lunabrook ask --json time-asleep           for scripts, with the copyable summary\n"
+    "  lunabrook today                            the whole morning at a glance\n"
     "\n"
     "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed, 2 a wrong call,\n"
     "3 a fault in the store or a string table.\n";
@@ -48,30 +49,6 @@ struct Call {
     Verb verb;
 };
 
-void addDeviceOptions(CLI::App& app, DeviceOptions& options) {
-    const char* group = "Device";
-    app.add_option("--preferences", options.preferences, "Folder of the store (else $LUNABROOK_PREFERENCES)")
-        ->type_name("DIR")
-        ->group(group);
-    app.add_option("--now", options.now, "Stop the clock there: 2026-06-10T08:30:00+02:00")
-        ->type_name("TIME")
-        ->group(group);
-    app.add_option("--time-zone", options.timeZone, "Europe/Berlin (else $TZ or the system's)")
-        ->type_name("ID")
-        ->group(group);
-    app.add_option("--locale", options.locale, "de_DE (else $LC_ALL, $LC_TIME or $LANG)")
-        ->type_name("ID")
-        ->group(group);
-    app.add_option("--language", options.languages, "Languages of the texts, most wanted first: de,en")
-        ->delimiter(',')
-        ->expected(1)
-        ->type_name("ID[,ID...]")
-        ->group(group);
-    app.add_option("--bundle", options.bundle, "Folder with the texts, <language>.lproj in it")
-        ->type_name("DIR")
-        ->group(group);
-}
-
 void addStoreVerbs(CLI::App& app, Call& call) {
     CLI::App* store =
         app.add_subcommand("store", "Looks into the store or fills it")->fallthrough()->require_subcommand(1);
@@ -100,6 +77,10 @@ void addVerbs(CLI::App& app, Call& call) {
         call.verb = [&call](const Device& device) { return showMetrics(device, call.names); };
     });
 
+    app.add_subcommand("today", "Shows the whole morning at a glance")->fallthrough()->callback([&call] {
+        call.isQuestion = true;
+        call.verb = showToday;
+    });
     app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")
         ->fallthrough()
         ->callback([&call] { call.verb = listIntents; });
@@ -123,30 +104,18 @@ std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error, int
     return text + " (`lunabrook --help` shows how to call it)";
 }
 
-void tellFaults(const std::vector<Fault>& faults) {
-    std::cout.flush();  // the answer first
-    for (const Fault& fault : faults) {
-        std::cerr << "lunabrook: " << fault.file.string()
-                  << (fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "") << " " << fault.what << "\n";
-    }
-}
-
 ExitStatus run(const Call& call) {
     auto settings = deviceSettings(call.device);
     if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
         return complain(wrong->what);
     }
-    std::vector<Fault> faults;
+    FaultList faults;
     auto& deviceSettings = std::get<Device::Settings>(settings);
     deviceSettings.dropsWrites = call.isQuestion;
-    deviceSettings.faults = [&faults](const Fault& fault) {
-        if (std::find(faults.begin(), faults.end(), fault) == faults.end()) {
-            faults.push_back(fault);
-        }
-    };
+    deviceSettings.faults = faults.listener();
     const Device device(std::move(deviceSettings));
     const ExitStatus status = call.verb(device);
-    tellFaults(faults);
+    faults.tell("lunabrook");
     return faults.empty() || status == ExitStatus::wrongCall ? status : ExitStatus::fault;
 }
 

@@ -1,0 +1,17 @@
+// The options that say which device a program works on: --preferences, --now, --time-zone, --locale, --language,
+// --bundle.
+
+#pragma once
+
+#include "host/device_options.h"
+
+namespace CLI {
+class App;
+}
+
+namespace lunabrook {
+
+// `options` is filled when the application parses its arguments.
+void addDeviceOptions(CLI::App& app, DeviceOptions& options);
+
+}  // namespace lunabrook

@@ -1,0 +1,24 @@
+#include "host/fault_list.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace lunabrook {
+
+FaultListener FaultList::listener() {
+    return [this](const Fault& fault) {
+        if (std::find(faults_.begin(), faults_.end(), fault) == faults_.end()) {
+            faults_.push_back(fault);
+        }
+    };
+}
+
+void FaultList::tell(std::string_view program) const {
+    std::cout.flush();
+    for (const Fault& fault : faults_) {
+        std::cerr << program << ": " << fault.file.string()
+                  << (fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "") << " " << fault.what << "\n";
+    }
+}
+
+}  // namespace lunabrook

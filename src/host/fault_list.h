@@ -1,0 +1,28 @@
+// The faults that a device was told while it answered, each once, for standard error.
+//
+//   lunabrook: /home/ada/.local/share/lunabrook/group.kestrovan.Lunabrook.plist: is no property list
+
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "platform/fault.h"
+
+namespace lunabrook {
+
+class FaultList {
+public:
+    // Outlived by the list.
+    FaultListener listener();
+
+    bool empty() const { return faults_.empty(); }
+
+    // A line for each, after the answer on standard output.
+    void tell(std::string_view program) const;
+
+private:
+    std::vector<Fault> faults_;
+};
+
+}  // namespace lunabrook
