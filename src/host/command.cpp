@@ -18,6 +18,7 @@ constexpr const char* kAbout =
     "\n"
     "  lunabrook demo                             make up a week of sleep to play with\n"
     "  lunabrook ask sleep-rings readiness        two answers\n"
+    "  lunabrook ask \"How long did I sleep?\"      as you would say it; alone it asks you\n"
     "  lunabrook ask --json time-asleep           for scripts, with the copyable summary\n"
     "  lunabrook today                            the whole morning at a glance\n"
     "\n"
@@ -28,7 +29,13 @@ constexpr const char* kAskAbout =
     "Answers intents, one sentence a line, in order; each sees what the earlier ones wrote.\n"
     "\n"
     "INTENT is lights-off, time-asleep, readiness, sleep-fuel, blood-oxygen, respiration,\n"
-    "latest-bedtime, sleep-rings, wrist-temperature, or a class name such as ReadinessIntent.\n";
+    "latest-bedtime, sleep-rings, wrist-temperature, a class name such as ReadinessIntent, or a\n"
+    "phrase such as \"How ready am I today?\", in your language or in English (`lunabrook intents`\n"
+    "shows one for each). When one of several is unclear, none is answered.\n"
+    "\n"
+    "Without INTENT each line of standard input is one, answered before the next is read; on a\n"
+    "terminal a prompt asks for it. Empty lines are passed over, unclear ones are told on standard\n"
+    "error; the exit status is the gravest of all lines.\n";
 
 constexpr const char* kMetricsAbout =
     "Shows the result dictionaries of the metrics as one JSON object; null where there is no data.\n"
@@ -47,7 +54,10 @@ struct Call {
     std::string key;
     std::string file;
     Verb verb;
+    FaultList faults;
 };
+
+void tellFaults(Call& call) { call.faults.tell("lunabrook"); }
 
 void addStoreVerbs(CLI::App& app, Call& call) {
     CLI::App* store =
@@ -57,7 +67,8 @@ void addStoreVerbs(CLI::App& app, Call& call) {
     show->callback([&call] { call.verb = [&call](const Device& device) { return showStore(device, call.key); }; });
     CLI::App* import = store->add_subcommand("import", "Takes over every key of a property list")->fallthrough();
     import->add_option("FILE", call.file, "A property list, binary or XML")->required()->check(CLI::ExistingFile);
-    import->callback([&call] { call.verb = [&call](const Device& device) { return importStore(device, call.file);
+    import->callback([&call] {
+        call.verb = [&call](const Device& device) { return importStore(device, call.file);
 };
 }  // namespace
 );
@@ -65,10 +76,14 @@ void addStoreVerbs(CLI::App& app, Call& call) {
 
 void addVerbs(CLI::App& app, Call& call) {
     CLI::App* asking = app.add_subcommand("ask", kAskAbout)->fallthrough();
-    asking->add_option("INTENT", call.names, "Which intents")->required();
+    asking->add_option("INTENT", call.names, "Which intents; else those of standard input");
     asking->add_flag("--json", call.asJson, "One JSON object a line: intent, code, response, dictionary");
-    asking->callback(
-        [&call] { call.verb = [&call](const Device& device) { return ask(device, call.names, call.asJson); }; });
+    asking->callback([&call] {
+        call.verb = [&call](const Device& device) {
+            return call.names.empty() ? askLines(device, call.asJson, [&call] { tellFaults(call); })
+                                      : ask(device, call.names, call.asJson);
+        };
+    });
 
     CLI::App* metrics = app.add_subcommand("metrics", kMetricsAbout)->fallthrough();
     metrics->add_option("NAME", call.names, "Which requests");
@@ -91,32 +106,33 @@ void addVerbs(CLI::App& app, Call& call) {
 }
 
 // The first line of an argument fault, with a near verb when one was mistyped.
-std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
+std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error) {
     std::string text = error.what();
     text = text.substr(0, text.find('\n'));
-    if (app.get_subcommands().empty() && argc > 1 && argv[1][0] != '-') {
+    const std::vector<std::string> extras = app.remaining();
+    if (app.get_subcommands().empty()) {
         std::vector<std::string> verbs;
         for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
             verbs.push_back(verb->get_name());
         }
-        text = "there is no verb \"" + std::string(argv[1]) + "\"" + suggestion(argv[1], verbs);
+        text = extras.empty() ? "no verb was named, such as ask or today"
+                              : "there is no verb \"" + extras.front() + "\"" + suggestion(extras.front(), verbs);
     }
     return text + " (`lunabrook --help` shows how to call it)";
 }
 
-ExitStatus run(const Call& call) {
+ExitStatus run(Call& call) {
     auto settings = deviceSettings(call.device);
     if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
         return complain(wrong->what);
     }
-    FaultList faults;
     auto& deviceSettings = std::get<Device::Settings>(settings);
     deviceSettings.dropsWrites = call.isQuestion;
-    deviceSettings.faults = faults.listener();
+    deviceSettings.faults = call.faults.listener();
     const Device device(std::move(deviceSettings));
     const ExitStatus status = call.verb(device);
-    faults.tell("lunabrook");
-    return faults.empty() || status == ExitStatus::wrongCall ? status : ExitStatus::fault;
+    tellFaults(call);
+    return call.faults.empty() || status == ExitStatus::wrongCall ? status : ExitStatus::fault;
 }
 
 }  // namespace
@@ -140,7 +156,7 @@ int runCommand(int argc, char** argv) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             return app.exit(error);
         }
-        return static_cast<int>(complain(wrongCallText(app, error, argc, argv)));
+        return static_cast<int>(complain(wrongCallText(app, error)));
     }
     return static_cast<int>(run(call));
 }

@@ -12,7 +12,7 @@ namespace lunabrook {
 namespace {
 
 constexpr double kMinuteSeconds = 60;
-constexpr double kGoalHours = 8;
+constexpr double kGoalHours = 7.75;
 constexpr double kEfficiencyPercent = 91;
 
 // Seconds slept on seven days, oldest first; the last is last night.

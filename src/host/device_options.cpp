@@ -68,22 +68,23 @@ std::string languageTag(const std::string& locale) {
     return stringByReplacing(locale.substr(0, locale.find_first_of(".@")), "_", "-");
 }
 
-std::vector<std::string> preferredLanguages(const std::vector<std::string>& options, const std::string& locale) {
+std::vector<std::string> languagesOfList(const std::string& list, char separator) {
     std::vector<std::string> languages;
-    for (const std::string& option : options) {
-        languages.push_back(languageTag(option));
-    }
-    if (!languages.empty()) {
-        return languages;
-    }
-    const std::string list = environment("LANGUAGE");
     for (std::size_t start = 0; start < list.size();) {
-        const std::size_t end = std::min(list.find(':', start), list.size());
+        const std::size_t end = std::min(list.find(separator, start), list.size());
         if (end > start) {
             languages.push_back(languageTag(list.substr(start, end - start)));
         }
         start = end + 1;
     }
+    return languages;
+}
+
+std::vector<std::string> preferredLanguages(const std::string& option, const std::string& locale) {
+    if (!option.empty()) {
+        return languagesOfList(option, ',');
+    }
+    std::vector<std::string> languages = languagesOfList(environment("LANGUAGE"), ':');
     languages.push_back(languageTag(locale));
     return languages;
 }

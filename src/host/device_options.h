@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "platform/device.h"
 
@@ -19,7 +18,7 @@ struct DeviceOptions {
     std::optional<std::string> now;       // the clock stands still there
     std::optional<std::string> timeZone;  // nil: TZ or the system's
     std::optional<std::string> locale;    // nil: LC_ALL, LC_TIME or LANG
-    std::vector<std::string> languages;   // empty: LANGUAGE, then the locale
+    std::string languages;                // "de,en"; empty: LANGUAGE, then the locale
     std::string bundle;                   // empty: beside the executable
 };
 

@@ -8,24 +8,23 @@
 
 namespace lunabrook {
 
-namespace {
-
-// Levenshtein's distance: letters to insert, drop or replace.
 std::size_t editDistance(std::string_view left, std::string_view right) {
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < right.size(); ++j) {
-            const std::size_t replaced = diagonal + (left[i] == right[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
+    std::vector<std::size_t> above2;
+    std::vector<std::size_t> above(right.size() + 1);
+    std::iota(above.begin(), above.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= left.size(); ++i) {
+        std::vector<std::size_t> row(right.size() + 1, i);
+        for (std::size_t j = 1; j <= right.size(); ++j) {
+            const std::size_t replaced = above[j - 1] + (left[i - 1] == right[j - 1] ? 0 : 1);
+            row[j] = std::min({replaced, above[j] + 1, row[j - 1] + 1});
+            if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1]) {
+                row[j] = std::min(row[j], above2[j - 2] + 1);
+            }
         }
+        above2 = std::exchange(above, std::move(row));
     }
-    return row.back();
+    return above.back();
 }
-
-}  // namespace
 
 std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<std::string>& names) {
     constexpr std::size_t kMost = 3;
@@ -34,6 +33,9 @@ std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
         const std::string known = lowercaseString(name);
+        if (typed.size() > kLettersPerSlip * known.size()) {
+            continue;  // a sentence, or a megabyte
+        }
         const std::size_t distance = editDistance(typed, known);
         const bool isBeginning = typed.size() >= kLettersPerSlip && known.find(typed) != std::string::npos;
         if (isBeginning || distance <= std::max(known.size(), typed.size()) / kLettersPerSlip) {

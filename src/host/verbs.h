@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,10 +14,18 @@ namespace lunabrook {
 enum class ExitStatus { answered = 0, failed = 1, wrongCall = 2, fault = 3 };
 
 // One sentence a line, or with `asJson` one object a line; in order, each intent seeing what the earlier ones wrote.
+// An intent is named or asked for by a phrase; nothing is answered when one is unclear.
 ExitStatus ask(const Device& device, const std::vector<std::string>& intents, bool asJson);
+
+// The same for each line of standard input, with a prompt on a terminal; an unclear line is told and the next one read.
+// The gravest status of all lines.
+ExitStatus askLines(const Device& device, bool asJson, const std::function<void()>& afterEach);
 
 // One object: each request's result dictionary or null; all requests when none is named.
 ExitStatus showMetrics(const Device& device, const std::vector<std::string>& requests);
+
+// The morning at a glance, with colours on a terminal unless NO_COLOR is set.
+ExitStatus showToday(const Device& device);
 
 // Short name, title and a phrase of each intent.
 ExitStatus listIntents(const Device& device);

@@ -2,11 +2,15 @@
 
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace lunabrook {
 
 // Wide and emoji characters take two columns, marks and joiners none: "Ⓡ" 1, "睡眠" 4, "💆‍♂️" 2.
 int displayWidth(std::string_view text);
+
+// The text, or as much of it as fits before "…" into so many columns (at least 1).
+std::string textFittedTo(std::string_view text, int columns);
 
 }  // namespace lunabrook
