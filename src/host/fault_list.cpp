@@ -13,9 +13,10 @@ FaultListener FaultList::listener() {
     };
 }
 
-void FaultList::tell(std::string_view program) const {
+void FaultList::tell(std::string_view program) {
     std::cout.flush();
-    for (const Fault& fault : faults_) {
+    for (; told_ < faults_.size(); ++told_) {
+        const Fault& fault = faults_[told_];
         std::cerr << program << ": " << fault.file.string()
                   << (fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "") << " " << fault.what << "\n";
     }

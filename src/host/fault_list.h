@@ -18,11 +18,12 @@ public:
 
     bool empty() const { return faults_.empty(); }
 
-    // A line for each, after the answer on standard output.
-    void tell(std::string_view program) const;
+    // A line for each that has not been told yet, after the answer on standard output.
+    void tell(std::string_view program);
 
 private:
     std::vector<Fault> faults_;
+    std::size_t told_ = 0;
 };
 
 }  // namespace lunabrook

@@ -11,7 +11,7 @@
 namespace lunabrook {
 
 struct IntentDefinition {
-    std::string className;                        // "ReadinessIntent"
+    std::string className;                        // "ReadinessIntent"; always one of the nine
     std::string title;                            // "Readiness"
     std::string description;                      // one sentence
     std::string category;                         // "information" or "set"; not translated
@@ -21,10 +21,20 @@ struct IntentDefinition {
     std::vector<std::string> responseParameters;  // "response", "dictionary"
 };
 
-// In the device's language. Empty, with a fault told, when the resource is missing or damaged.
-std::vector<IntentDefinition> intentDefinitions(const Device& device);
+// What people say in one language.
+struct IntentVocabulary {
+    std::string language;      // "en", "pt-BR"
+    std::string filler;        // words of politeness: "please, could you"
+    std::string contractions;  // "what's = what is, I'm = I am"
+    std::vector<IntentDefinition> intents;
+};
 
-// The same in the resource's own language, English.
-std::vector<IntentDefinition> untranslatedIntentDefinitions(const Device& device);
+// In the resource's own language, English. Empty, with a fault told, when the resource is missing or damaged: one wrong
+// definition damages the whole.
+IntentVocabulary englishVocabulary(const Device& device);
+
+// In the device's language.
+IntentVocabulary translatedVocabulary(const Device& device, IntentVocabulary english);
+std::vector<IntentDefinition> intentDefinitions(const Device& device);
 
 }  // namespace lunabrook

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <iostream>
 
 #include "host/intent_definitions.h"
@@ -9,19 +11,31 @@ namespace lunabrook {
 
 namespace {
 
-std::string padded(std::string text, int columns) {
-    const int missing = columns - displayWidth(text);
-    return text.append(missing > 0 ? static_cast<std::size_t>(missing) : 1, ' ');
+using Row = std::array<std::string, 3>;  // short name, title, phrase
+
+Row rowOf(const IntentDefinition& definition) {
+    return {std::string(intentRouteNamed(definition.className)->shortName), definition.title,
+            definition.phrases.empty() ? "" : "\"" + definition.phrases.front() + "\""};
 }
 
 }  // namespace
 
 ExitStatus listIntents(const Device& device) {
+    std::vector<Row> rows;
+    Row::size_type constexpr kPhrase = 2;
+    std::array<int, kPhrase> widths{};
     for (const IntentDefinition& definition : intentDefinitions(device)) {
-        const IntentRoute* route = intentRouteNamed(definition.className);
-        const std::string phrase = definition.phrases.empty() ? "" : definition.phrases.front();
-        std::cout << padded(route != nullptr ? std::string(route->shortName) : definition.className, 19)
-                  << padded(definition.title, 20) << "\"" << phrase << "\"\n";
+        rows.push_back(rowOf(definition));
+        for (std::size_t column = 0; column < kPhrase; ++column) {
+            widths[column] = std::max(widths[column], displayWidth(rows.back()[column]));
+        }
+    }
+    for (const Row& row : rows) {
+        for (std::size_t column = 0; column < kPhrase; ++column) {
+            const int blanks = widths[column] - displayWidth(row[column]) + 2;
+            std::cout << row[column] << std::string(static_cast<std::size_t>(blanks), ' ');
+        }
+        std::cout << row[kPhrase] << "\n";
     }
     return ExitStatus::answered;
 }
