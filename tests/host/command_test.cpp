@@ -240,5 +240,72 @@ TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
     EXPECT_TRUE(std::filesystem::exists(folder_.path() / "lunabrook/group.kestrovan.Lunabrook.plist"));
 }
 
+TEST_F(Command, AnswersPhrasesAmongNames) {
+    run("demo");
+    const Outcome mixed = run("ask 'Hey, how ready am I today?' sleep-fuel --json \"What's my SpO2\"");
+    EXPECT_EQ(mixed.status, 0);
+    EXPECT_THAT(mixed.output, testing::ContainsRegex("ReadinessIntent.*\n.*SleepFuelIntent.*\n.*SleepSpO2Intent"));
+    EXPECT_EQ(run("ask GOODNIGHT").output, "Good Night\n");
+}
+
+TEST_F(Command, AnswersNothingWhenOnePhraseIsUnclear) {
+    for (const char* unclear : {"'How ready is my dinner?'", "''", "'lights on'", "lightsof", "'!?'"}) {
+        const Outcome asked = run(std::string("ask lights-off ") + unclear + " 'Good night'");
+        EXPECT_EQ(asked.status, 2) << unclear;
+        EXPECT_EQ(asked.output, "") << unclear;
+        EXPECT_FALSE(std::filesystem::exists(preferences())) << unclear;
+    }
+    EXPECT_THAT(run("ask 'lights on'").error, HasSubstr("the nearest phrases are \"Lights off\", \""));
+}
+
+TEST_F(Command, AnswersEachLineOfItsInput) {
+    run("demo");
+    const Outcome lines = run("ask", kPinned, "printf 'readiness\\r\\n\\nlights on\\n  How well did I sleep?' |");
+    EXPECT_EQ(lines.status, 2);
+    EXPECT_EQ(lines.output, "Today's Readiness is good.\n2 sleep rings closed. Today's sleep rating is 98%.\n");
+    EXPECT_THAT(lines.error, StartsWith("lunabrook: no intent answers to \"lights on\""));
+    EXPECT_EQ(run("ask", kPinned, "true |").status, 0);
+}
+
+TEST_F(Command, AsksAPersonAtATerminal) {
+    // The terminal's answers and questions come in one stream.
+    const std::string program =
+        std::string("'" LUNABROOK_PROGRAM "' --preferences '") + preferences().string() + "'" + kPinned + "ask";
+    writeFile(inFolder("said"), "good night\nlights on\n");
+    const std::string line = "script -qec \"" + program + "\" /dev/null <'" + inFolder("said") + "'";
+    FILE* pipe = popen(line.c_str(), "r");
+    std::string shown;
+    for (int letter; (letter = fgetc(pipe)) != EOF;) {
+        shown += static_cast<char>(letter);
+    }
+    EXPECT_EQ(WEXITSTATUS(pclose(pipe)), 2);
+    EXPECT_THAT(shown, HasSubstr("> Good Night\r\n> lunabrook: no intent answers to \"lights on\""));
+    EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
+}
+
+// A name takes no definitions; a damaged resource is no reason to keep an answer back.
+TEST_F(Command, AnswersNamesWithoutTheDefinitions) {
+    const std::string device = kPinned + (" --bundle '" + inFolder("bundle") + "' ");
+    writeFile(inFolder("bundle/Intents.json"), "{\n[");
+    EXPECT_EQ(run("ask readiness", device).status, 0);
+    const Outcome phrase = run("ask 'Lights off'", device);
+    EXPECT_EQ(phrase.status, 2);
+    EXPECT_THAT(phrase.error, HasSubstr("Intents.json:2: is not JSON"));
+    const Outcome list = run("intents", device);
+    EXPECT_EQ(list.status, 3);
+    EXPECT_EQ(list.output, "");
+}
+
+TEST_F(Command, ListsTheIntentsInTheDevicesLanguage) {
+    std::filesystem::create_directories(inFolder("bundle"));
+    std::filesystem::copy_file(LUNABROOK_RESOURCES "/Intents.json", inFolder("bundle/Intents.json"));
+    writeFile(inFolder("bundle/ja.lproj/Intents.strings"), "\"Readiness\" = \"\u6E96\u5099\";");
+    const Outcome list = run("intents", kPinned + (" --language ja --bundle '" + inFolder("bundle") + "' "));
+    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(std::count(list.output.begin(), list.output.end(), '\n'), 9);
+    EXPECT_THAT(list.output, HasSubstr("readiness          \u6E96\u5099               \"How ready am I today?\"\n"));
+    EXPECT_THAT(list.output, HasSubstr("wrist-temperature  Wrist Temperature  \"What is my wrist temperature?\"\n"));
+}
+
 }  // namespace
 }  // namespace lunabrook
