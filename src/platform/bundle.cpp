@@ -1,13 +1,11 @@
 #include "platform/bundle.h"
 
-#include <unicode/localematcher.h>
-
 #include <algorithm>
 #include <fstream>
 #include <utility>
 #include <variant>
 
-#include "platform/private/icu.h"
+#include "platform/private/language_match.h"
 #include "platform/string_table.h"
 
 namespace lunabrook {
@@ -53,61 +51,17 @@ std::vector<std::string> languagesIn(const std::filesystem::path& folder) {
     return languages;
 }
 
-icu::Locale localeOf(const std::string& language) { return icu::Locale(language.c_str()); }
-
-std::string likelyScript(icu::Locale locale) {
-    UErrorCode status = U_ZERO_ERROR;
-    locale.addLikelySubtags(status);
-    return locale.getScript();
-}
-
-// The cheap answer for "de-DE" where the bundle has "de" and no other German in the same script.
-std::optional<std::string> onlyFormOfLanguage(const std::vector<std::string>& languages, const std::string& wanted) {
-    const icu::Locale locale = localeOf(wanted);
-    const std::string language = locale.getLanguage();
-    const auto forms = std::count_if(languages.begin(), languages.end(), [&](const std::string& candidate) {
-        return language == localeOf(candidate).getLanguage();
-    });
-    const bool isOnlyForm = forms == 1 && std::binary_search(languages.begin(), languages.end(), language) &&
-                            likelyScript(locale) == likelyScript(localeOf(language));
-    return isOnlyForm ? std::optional(language) : std::nullopt;
-}
-
-std::optional<std::string> bestMatch(const std::vector<std::string>& languages,
-                                     const std::vector<std::string>& preferred) {
-    UErrorCode status = U_ZERO_ERROR;
-    std::vector<icu::Locale> wanted;
-    std::transform(preferred.begin(), preferred.end(), std::back_inserter(wanted), localeOf);
-    icu::LocaleMatcher::Builder builder;
-    for (const std::string& language : languages) {
-        builder.addSupportedLocale(localeOf(language));
-    }
-    builder.setNoDefaultLocale();  // a language that the bundle lacks has no table
-    const icu::LocaleMatcher matcher = builder.build(status);
-    icu::Locale::RangeIterator<std::vector<icu::Locale>::const_iterator> iterator(wanted.cbegin(), wanted.cend());
-    const icu::LocaleMatcher::Result result = matcher.getBestMatchResult(iterator, status);
-    const int32_t index = succeeded(status) ? result.getSupportedIndex() : -1;
-    return index >= 0 ? std::optional(languages[static_cast<std::size_t>(index)]) : std::nullopt;
-}
-
 std::optional<std::filesystem::path> findLanguage(const std::filesystem::path& folder,
                                                   std::vector<std::string> preferred) {
     std::erase_if(preferred, [](const std::string& language) { return !isTag(language); });
     if (preferred.empty()) {
         return std::nullopt;
     }
-    // The matcher is slow to make; most devices never need it.
     if (auto exact = exactLanguage(folder, preferred.front())) {
         return exact;
     }
     const std::vector<std::string> languages = languagesIn(folder);
-    if (languages.empty()) {
-        return std::nullopt;
-    }
-    auto language = onlyFormOfLanguage(languages, preferred.front());
-    if (!language) {
-        language = bestMatch(languages, preferred);
-    }
+    const auto language = bestLanguage(languages, preferred);
     return language ? std::optional(folder / (*language + kLanguageExtension)) : std::nullopt;
 }
 

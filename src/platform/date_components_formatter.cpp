@@ -76,9 +76,8 @@ const Locale::Data::NumberFormatter& clockFormatter(Locale::Data& data, int leas
     if (known != data.clockFormatters.end()) {
         return known->second;
     }
-    auto formatter = icu::number::NumberFormatter::withLocale(data.locale)
-                         .grouping(UNUM_GROUPING_OFF)
-                         .integerWidth(icu::number::IntegerWidth::zeroFillTo(leastDigits));
+    auto formatter =
+        numbersOf(data).grouping(UNUM_GROUPING_OFF).integerWidth(icu::number::IntegerWidth::zeroFillTo(leastDigits));
     return data.clockFormatters.emplace(leastDigits, std::move(formatter)).first->second;
 }
 
@@ -141,7 +140,7 @@ const Locale::Data::NumberFormatter& unitFormatter(Locale::Data& data, UnitsStyl
     const UNumberUnitWidth width = style == UnitsStyle::full        ? UNUM_UNIT_WIDTH_FULL_NAME
                                    : style == UnitsStyle::shortened ? UNUM_UNIT_WIDTH_SHORT
                                                                     : UNUM_UNIT_WIDTH_NARROW;
-    auto formatter = icu::number::NumberFormatter::withLocale(data.locale).unit(rule.measure()).unitWidth(width);
+    auto formatter = numbersOf(data).unit(rule.measure()).unitWidth(width);
     return data.unitFormatters.emplace(key, std::move(formatter)).first->second;
 }
 

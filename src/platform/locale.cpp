@@ -57,4 +57,16 @@ std::optional<Locale> Locale::named(std::string_view identifier) {
 
 const std::string& Locale::identifier() const { return data_->identifier; }
 
+Locale::Data::NumberFormatter numbersOf(Locale::Data& data) {
+    auto numbers = icu::number::NumberFormatter::withLocale(data.locale);
+    if (!data.symbols) {
+        UErrorCode status = U_ZERO_ERROR;
+        data.symbols = std::make_unique<icu::DecimalFormatSymbols>(data.locale, status);
+        if (!succeeded(status)) {
+            data.symbols.reset();
+        }
+    }
+    return data.symbols ? std::move(numbers).symbols(*data.symbols) : numbers;
+}
+
 }  // namespace lunabrook

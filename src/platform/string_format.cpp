@@ -96,7 +96,7 @@ const Locale::Data::NumberFormatter& numberFormatter(Locale::Data& data, const P
     if (known != data.numberFormatters.end()) {
         return known->second;
     }
-    auto formatter = icu::number::NumberFormatter::withLocale(data.locale)
+    auto formatter = numbersOf(data)
                          .grouping(UNUM_GROUPING_AUTO)
                          .roundingMode(UNUM_ROUND_HALFEVEN)
                          .precision(icu::number::Precision::fixedFraction(fractionDigits))

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <unicode/dcfmtsym.h>
 #include <unicode/dtptngen.h>
 #include <unicode/listformatter.h>
 #include <unicode/locid.h>
@@ -45,6 +46,7 @@ struct Locale::Data {
 
     icu::Locale locale;
     std::string identifier;
+    std::unique_ptr<icu::DecimalFormatSymbols> symbols;
     std::unique_ptr<icu::DateTimePatternGenerator> patternGenerator;
     std::map<std::string, std::string, std::less<>> patternsOfTemplates;
     std::map<std::tuple<int, int, bool>, NumberFormatter> numberFormatters;  // fraction digits, least digits, plus
@@ -53,5 +55,9 @@ struct Locale::Data {
     std::map<int, std::unique_ptr<icu::ListFormatter>> unitLists;            // by style
     std::optional<ClockSeparators> clockSeparators;
 };
+
+// What every number formatter of the locale is made from. The symbols are the slow part to load, so they are loaded
+// once.
+Locale::Data::NumberFormatter numbersOf(Locale::Data& data);
 
 }  // namespace lunabrook
