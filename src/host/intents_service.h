@@ -1,0 +1,42 @@
+// The intents service as an object on the bus: kestrovan.Lunabrook.Intents1 at /kestrovan/Lunabrook.
+//
+//   busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent
+//   -> a{sv} 3 "code" x 4 "dictionary" s "{...}" "response" s "..."
+//
+// Each call makes its own device and principal class, so it sees the store, the zone and the texts as they are now;
+// that costs a few milliseconds. What a call finds wrong with the store is told on standard error.
+
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/device_options.h"
+#include "intents1_adaptor.h"
+
+namespace lunabrook {
+
+inline constexpr const char* kIntentsServiceName = "kestrovan.Lunabrook";
+inline constexpr const char* kIntentsServicePath = "/kestrovan/Lunabrook";
+inline constexpr const char* kIntentsServiceProgram = "lunabrook-intents";
+
+class IntentsService : public sdbus::AdaptorInterfaces<kestrovan::Lunabrook::Intents1_adaptor> {
+public:
+    // Serves from here on; the connection outlives it.
+    IntentsService(sdbus::IConnection& connection, DeviceOptions options);
+    ~IntentsService();
+    IntentsService(const IntentsService&) = delete;
+    IntentsService& operator=(const IntentsService&) = delete;
+
+private:
+    using DefinedIntent = sdbus::Struct<std::string, std::string, std::vector<std::string>>;
+
+    std::map<std::string, sdbus::Variant> Handle(const std::string& intentClass) override;
+    std::string Recognize(const std::string& phrase) override;
+    std::vector<DefinedIntent> Intents() override;
+
+    DeviceOptions options_;
+};
+
+}  // namespace lunabrook
