@@ -5,6 +5,7 @@
 #include <string>
 
 #include "answers/handle_sleep_metrics.h"
+#include "metrics/sleep_goal.h"
 #include "metrics/store_keys.h"
 #include "platform/string_format.h"
 #include "platform/text_case.h"
@@ -16,19 +17,18 @@ namespace {
 constexpr std::string_view kSleepSessionStart = "sleepSessionStart";
 constexpr std::string_view kSleepSessionEnd = "sleepSessionEnd";
 
-constexpr float kLeastRequiredHours = 4.0F;
-constexpr float kDefaultRequiredSeconds = 28800.0F;
-
 // Seconds.
 struct Night {
     float asleep = 0;
     float balance = 0;
     float required = 0;
 
+    // Neither holds when one of the two is not a number: then there is no phrase, and both percentages are 0.
     bool isInDebt() const { return balance < required; }
+    bool isInCredit() const { return balance >= required; }
     float ratio() const { return (isInDebt() ? required - balance : balance - required) / required; }
     float percent() const { return ratio() * 100.0F; }
-    float creditPercent() const { return isInDebt() ? 0.0F : percent(); }
+    float creditPercent() const { return isInCredit() ? percent() : 0.0F; }
     float debtPercent() const { return isInDebt() ? percent() : 0.0F; }
 };
 
@@ -38,6 +38,9 @@ std::string bankWord(const Device& device, bool isInDebt) {
 }
 
 std::string bankPhrase(const Device& device, const Night& night, const std::string& subject, const char* link) {
+    if (!night.isInDebt() && !night.isInCredit()) {
+        return "";
+    }
     const std::string word = bankWord(device, night.isInDebt());
     if (night.ratio() < 1.0F) {
         return localizedStringWithFormat(device.locale(), "%@ %@ %@ %.1f%%", {subject, word, link, night.percent()});
@@ -80,11 +83,10 @@ std::optional<Dictionary> HandleSleepMetrics::getSleepBankInfo() {
     if (!watch) {
         return noDataAnswer();
     }
-    const float requiredHours = getLunabrookConfigValueForKey(kRequiredHours);
     const Night night = {
         .asleep = floatForKey(*watch, kRawSleepTime, 0.0F),
         .balance = floatForKey(*watch, kRawSleepBankTime, 0.0F),
-        .required = requiredHours < kLeastRequiredHours ? kDefaultRequiredSeconds : requiredHours * 3600.0F,
+        .required = sleepGoalSeconds(getLunabrookConfigValueForKey(kRequiredHours)),
     };
     auto start = groupPrefs_->dateForKey(kSleepSessionStart);
     auto until = groupPrefs_->dateForKey(kSleepSessionEnd);

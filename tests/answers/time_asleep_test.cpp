@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "answers/handle_sleep_metrics.h"
 #include "support/shown.h"
 #include "support/test_device.h"
@@ -66,6 +68,11 @@ TEST(TimeAsleepTest, GivesTheWholeAnswer) {
     device.store({{"sleepSessionEnd", "late"}});  // one end alone shows the present moment
     EXPECT_EQ(answer(),
               summary + "\"Start\":\"Wed, 6/10/26, 8:30\u202FAM\", \"Until\":\"Wed, 6/10/26, 8:30\u202FAM\"}" + rest);
+
+    // Was once spoken as a credit of nan%.
+    device.store({{"watchTrackDict", Dictionary{{"rawSleepTime", 27000}, {"rawSleepBankTime", std::nan("")}}}});
+    EXPECT_THAT(answer(), testing::AllOf(testing::HasSubstr(R"("Credit%":"0.0", "Debt%": "0.0")"),
+                                         testing::EndsWith("response: Today you slept 7 hours 30 minutes. .")));
 
     TestDevice translated(german());
     translated.store({{"watchTrackDict", Dictionary{{"rawSleepTime", 27000}, {"rawSleepBankTime", 30240}}}});
