@@ -22,9 +22,6 @@ namespace lunabrook {
 
 struct NightlyAverage;
 
-// From the start of a sleep day to the morning whose calendar day it is filed under.
-inline constexpr double kHalfDaySeconds = 43200.0;
-
 class GroupMetrics {
 public:
     explicit GroupMetrics(const Device& device) : device_(device) {}

@@ -87,8 +87,10 @@ std::shared_ptr<const Dictionary> GroupMetrics::validWatchRecord() {
 bool GroupMetrics::isReportDay(const Dictionary& bank, const std::string* dayKey) {
     const auto from = getFromDateForNightHour(nightHourOfBank(bank));
     // Half a day on lies the morning that ends the night, and its calendar day.
-    const auto reported = from ? formatTools_->YYMMDD(dateByAddingSeconds(*from, kHalfDaySeconds)) : std::nullopt;
-    return dayKey != nullptr && reported && *reported == *dayKey;
+    if (!from || dayKey == nullptr) {
+        return false;
+    }
+    return formatTools_->YYMMDD(dateByAddingSeconds(*from, FormatTools::kHalfDaySeconds)) == *dayKey;
 }
 
 std::shared_ptr<const Dictionary> GroupMetrics::reportDayRecord(std::string_view name) {

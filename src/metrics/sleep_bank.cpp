@@ -138,7 +138,7 @@ std::optional<Dictionary> GroupMetrics::requestSleepBank() {
     const auto watch = validWatchRecord();
     const float watchSleep = watch ? floatForKey(*watch, kRawSleepTime, 0.0F) : 0.0F;
     const float required = requiredHours(*bank) * 3600.0F;
-    const Date morning = dateByAddingSeconds(*start, kHalfDaySeconds);
+    const Date morning = dateByAddingSeconds(*start, FormatTools::kHalfDaySeconds);
     const std::int64_t currentHour = formatTools_->currentHour(device_.now());
     const Date target = targetMorning(morning, nightHourOfBank(*bank), currentHour);
     const auto wake = fixedWake(*this, *formatTools_, target, morning);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "metrics/group_metrics.h"
+#include "metrics/sleep_goal.h"
 #include "metrics/store_keys.h"
 #include "platform/string_format.h"
 #include "platform/text_case.h"
@@ -19,11 +20,9 @@ namespace {
 constexpr std::string_view kRawRingRating = "rawRingRating";  // fills, 1.0 is closed
 constexpr std::string_view kRawRingValues = "rawRingValues";  // seconds, seconds, beats per minute
 
-// The result's labels, mirrored for Swift's readers.
+// Stands beside the mirrored labels while there are any.
 constexpr std::string_view kSwiftHasData = "Swift-HasData";
 
-constexpr float kLeastGoalHours = 4.0F;
-constexpr float kDefaultGoalSeconds = 28800.0F;
 constexpr int kRingCount = 4;
 
 struct Rings {
@@ -58,9 +57,8 @@ Rings ringsOfWatchRecord(const Dictionary& watch, float requiredHours) {
     rings.deepSeconds = values[1];
     rings.bpm = values[2];
     if (const Value* sleepTime = valueForKey(watch, kRawSleepTime)) {
-        const float goalSeconds = requiredHours < kLeastGoalHours ? kDefaultGoalSeconds : requiredHours * 3600.0F;
         rings.sleepSeconds = sleepTime->floatValue();
-        rings.sleepFill = rings.sleepSeconds / goalSeconds;
+        rings.sleepFill = rings.sleepSeconds / sleepGoalSeconds(requiredHours);
     }
     return rings;
 }

@@ -22,6 +22,8 @@ class FormatTools {
 public:
     using Text = std::optional<std::string>;
     using When = const std::optional<Date>&;
+    // From the start of a sleep day to the morning whose calendar day it is filed under.
+    static constexpr double kHalfDaySeconds = 43200.0;
 
     explicit FormatTools(const Device& device) : device_(device) {}
 
