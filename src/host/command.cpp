@@ -74,6 +74,16 @@ void addStoreVerbs(CLI::App& app, Call& call) {
 );
 }  // namespace lunabrook
 
+void addWatchVerbs(CLI::App& app, Call& call) {
+    CLI::App* watch = app.add_subcommand("watch", "Speaks to the paired watch")->fallthrough()->require_subcommand(1);
+    watch->add_subcommand("push", "Sends the labels of this morning to the watch's inbox, PREFERENCES/watch")
+        ->fallthrough()
+        ->callback([&call] {
+            call.isQuestion = true;
+            call.verb = pushToWatch;
+        });
+}
+
 void addVerbs(CLI::App& app, Call& call) {
     CLI::App* asking = app.add_subcommand("ask", kAskAbout)->fallthrough();
     asking->add_option("INTENT", call.names, "Which intents; else those of standard input");
@@ -103,6 +113,7 @@ void addVerbs(CLI::App& app, Call& call) {
         ->fallthrough()
         ->callback([&call] { call.verb = makeDemo; });
     addStoreVerbs(app, call);
+    addWatchVerbs(app, call);
 }
 
 // The first line of an argument fault, with a near verb when one was mistyped.

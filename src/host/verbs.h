@@ -39,6 +39,9 @@ ExitStatus showStore(const Device& device, const std::string& key);
 // Takes over every key of another property list.
 ExitStatus importStore(const Device& device, const std::string& file);
 
+// Sends the labels of the morning to the watch's inbox and says whether they were delivered; failed when they were not.
+ExitStatus pushToWatch(const Device& device);
+
 // Says on standard error what is wrong with the call.
 ExitStatus complain(const std::string& what);
 

@@ -4,15 +4,13 @@
 #include <sys/stat.h>
 
 #include "platform/device.h"
+#include "platform/private/atomic_file.h"
 #include "platform/private/file_descriptor.h"
 #include "platform/private/file_identity.h"
 
 namespace lunabrook {
 
 namespace {
-
-// Only the owner reads and writes the store.
-constexpr mode_t kPrivateFile = S_IRUSR | S_IWUSR;
 
 bool readAll(const FileDescriptor& file, std::size_t size, std::string& bytes) {
     bytes.resize(size);
@@ -27,18 +25,6 @@ bool readAll(const FileDescriptor& file, std::size_t size, std::string& bytes) {
             return count == 0;
         }
         filled += static_cast<std::size_t>(count);
-    }
-    return true;
-}
-
-bool writeAll(const FileDescriptor& file, const std::string& bytes) {
-    std::size_t written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = ::write(file.number(), bytes.data() + written, bytes.size() - written);
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        written += count > 0 ? static_cast<std::size_t>(count) : 0;
     }
     return true;
 }
@@ -161,15 +147,8 @@ bool SuiteFile::replaceBy(const std::string& bytes) const {
     const std::filesystem::path target = withoutLinks(file_);
     std::filesystem::path temporary = target;
     temporary += ".new";  // one name is enough under the lock, and a killed writer leaves at most one behind
-    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, kPrivateFile);
-    // The bytes reach the disk before the name does, so a power cut finds the old file or the new one, never half of
-    // one.
-    const bool isWritten = file.isOpen() && ::fchmod(file.number(), kPrivateFile) == 0 && writeAll(file, bytes) &&
-                           ::fdatasync(file.number()) == 0 && file.close();
-    if (!isWritten || ::rename(temporary.c_str(), target.c_str()) != 0) {
-        const std::string error = lastErrorText();
-        ::unlink(temporary.c_str());
-        return fail("cannot be written and stays as it was: " + error);
+    if (const auto error = replaceFile(target, bytes, temporary)) {
+        return fail("cannot be written and stays as it was: " + *error);
     }
     return true;
 }

@@ -13,6 +13,9 @@
 
 namespace lunabrook {
 
+// Only the owner reads and writes what this program makes.
+inline constexpr mode_t kPrivateFile = 0600;
+
 class FileDescriptor {
 public:
     FileDescriptor() = default;

@@ -1,0 +1,136 @@
+#include "watch/watch_metrics.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/directory_watch_session.h"
+#include "platform/property_list.h"
+#include "support/test_device.h"
+
+namespace lunabrook {
+namespace {
+
+using test::readFile;
+using test::TemporaryFolder;
+using test::writeFile;
+
+// Completes when the test says so, and keeps what it was given.
+class ScriptedSession : public WCSession, public WatchConnectivity {
+public:
+    bool isSupported() const override { return supported; }
+    WCSession* defaultSession() override { return exists ? this : nullptr; }
+    void setDelegate(WCSessionDelegate* newDelegate) override { delegate = newDelegate; }
+    void activateSession() override { ++activations; }
+    bool isPaired() const override { return paired; }
+    bool isWatchAppInstalled() const override { return installed; }
+    std::optional<WCError> updateApplicationContext(const Dictionary& context) override {
+        contexts.push_back(context);
+        return updateError;
+    }
+
+    bool supported = true, exists = true, paired = true, installed = true;
+    std::optional<WCError> updateError;
+    WCSessionDelegate* delegate = nullptr;
+    int activations = 0;
+    std::vector<Dictionary> contexts;
+};
+
+const Dictionary kFirst{{"rating", "Good"}};
+const Dictionary kSecond{{"rating", "Great"}};
+
+TEST(WatchMetrics, PushesTheDictionaryOfTheMomentWhenActivationCompletes) {
+    ScriptedSession session;
+    WatchMetrics metrics(session);
+    metrics.updateWatchContextWithDict(kFirst);
+    metrics.updateWatchContextWithDict(kSecond);
+    EXPECT_EQ(session.activations, 2);
+    EXPECT_TRUE(session.contexts.empty());
+    session.delegate->session(session, WCSessionActivationState::inactive, std::nullopt);  // any state will do
+    EXPECT_EQ(session.contexts, std::vector<Dictionary>{kSecond});
+}
+
+TEST(WatchMetrics, FailsSilentlyAndKeepsTheDictionary) {
+    const struct {
+        const char* name;
+        void (*spoil)(ScriptedSession&);
+        std::optional<WCError> activationError;
+        std::size_t updates;
+    } rows[] = {
+        {"unsupported", [](ScriptedSession& s) { s.supported = false; }, std::nullopt, 0},
+        {"no_session", [](ScriptedSession& s) { s.exists = false; }, std::nullopt, 0},
+        {"not_paired", [](ScriptedSession& s) { s.paired = false; }, std::nullopt, 0},
+        {"not_installed", [](ScriptedSession& s) { s.installed = false; }, std::nullopt, 0},
+        {"activation_error", [](ScriptedSession&) {}, WCError{"no"}, 0},
+        {"update_error", [](ScriptedSession& s) { s.updateError = WCError{"no"}; }, std::nullopt, 1},
+    };
+    for (const auto& row : rows) {
+        ScriptedSession session;
+        row.spoil(session);
+        WatchMetrics metrics(session);
+        metrics.updateWatchContextWithDict(kFirst);
+        if (session.delegate != nullptr) {
+            session.delegate->session(session, WCSessionActivationState::activated, row.activationError);
+        }
+        EXPECT_EQ(session.contexts.size(), row.updates) << row.name;
+        session.supported = session.exists = session.paired = session.installed = true;
+        metrics.performUpdateWatchContext();
+        EXPECT_EQ(session.contexts.back(), kFirst) << row.name;
+    }
+}
+
+TEST(WatchMetrics, DoesNotActivateAgainAfterDeactivation) {
+    ScriptedSession session;
+    WatchMetrics metrics(session);
+    metrics.updateWatchContextWithDict(kFirst);
+    metrics.sessionDidBecomeInactive(session);
+    metrics.sessionDidDeactivate(session);
+    EXPECT_EQ(session.activations, 1);
+    EXPECT_TRUE(session.contexts.empty());
+}
+
+class DirectoryWatch : public testing::Test {
+protected:
+    // What one update leaves in the inbox; nil when nothing.
+    std::optional<Dictionary> deliveredAfter(const std::vector<Dictionary>& updates) {
+        DirectoryWatchSession session(inbox_);
+        WatchMetrics metrics(session);
+        for (const Dictionary& update : updates) {
+            metrics.updateWatchContextWithDict(update);
+        }
+        session.waitForActivations();
+        lastError_ = session.updateError();
+        if (session.deliveredContexts() == 0) {
+            return std::nullopt;
+        }
+        auto list = PropertyList::fromBytes(readFile(inbox_ / "application-context.plist"));
+        return std::get<PropertyList>(list).dictionary();
+    }
+
+    TemporaryFolder folder_;
+    std::filesystem::path inbox_ = folder_.path() / "watch";
+    std::optional<WCError> lastError_;
+};
+
+TEST_F(DirectoryWatch, DeliversToAPairedWatchWithTheApplication) {
+    EXPECT_FALSE(deliveredAfter({kFirst}));  // no folder
+    EXPECT_FALSE(std::filesystem::exists(inbox_));
+    std::filesystem::create_directories(inbox_);
+    EXPECT_FALSE(deliveredAfter({kFirst}));  // no application
+    writeFile(inbox_ / "application.plist", "");
+    EXPECT_EQ(deliveredAfter({kFirst}), kFirst);
+    EXPECT_EQ(deliveredAfter({kFirst, kSecond}), kSecond);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(inbox_), {}), 2);  // nothing temporary is left
+}
+
+TEST_F(DirectoryWatch, TellsAnInboxThatIsNoFolderAndAContextThatCannotBeWritten) {
+    writeFile(inbox_, "a file");
+    EXPECT_FALSE(deliveredAfter({kFirst}));
+    EXPECT_FALSE(lastError_) << "an activation error pushes nothing";
+    std::filesystem::remove(inbox_);
+    writeFile(inbox_ / "application.plist", "");
+    std::filesystem::create_directories(inbox_ / "application-context.plist");
+    EXPECT_FALSE(deliveredAfter({kFirst}));
+    EXPECT_TRUE(lastError_);
+}
+
+}  // namespace
+}  // namespace lunabrook
