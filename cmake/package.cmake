@@ -1,0 +1,60 @@
+# What `cmake --install` puts where (the executables' own places are named where they are made), and the two packages of
+# `cpack -G DEB`: lunabrook is what people run, lunabrook-dev what other programs link.
+include(CMakePackageConfigHelpers)
+
+install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lunabrook PATTERN dbus EXCLUDE)
+install(FILES doc/lunabrook.1 doc/lunabrook-intents.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES completion/lunabrook DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+
+# The folders that other programs may use; host/ is the command's own.
+foreach(folder platform timekit metrics answers intents watch)
+  set_target_properties(lunabrook_${folder} PROPERTIES EXPORT_NAME ${folder})
+  install(TARGETS lunabrook_${folder} EXPORT lunabrook
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+  install(DIRECTORY src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lunabrook COMPONENT development
+          FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN private EXCLUDE)
+endforeach()
+
+set(LUNABROOK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/lunabrook)
+set(LUNABROOK_BUNDLE ${CMAKE_INSTALL_DATADIR}/lunabrook)
+configure_package_config_file(cmake/lunabrookConfig.cmake.in lunabrookConfig.cmake
+                              INSTALL_DESTINATION ${LUNABROOK_CMAKE_DIR} PATH_VARS LUNABROOK_BUNDLE)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/lunabrookConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/lunabrookConfig.cmake ${PROJECT_BINARY_DIR}/lunabrookConfigVersion.cmake
+              cmake/dependencies.cmake
+        DESTINATION ${LUNABROOK_CMAKE_DIR} COMPONENT development)
+install(EXPORT lunabrook FILE lunabrookTargets.cmake NAMESPACE lunabrook::
+        DESTINATION ${LUNABROOK_CMAKE_DIR} COMPONENT development)
+
+set(CPACK_PACKAGE_VENDOR "Lunabrook developers")
+set(CPACK_PACKAGE_CONTACT "Lunabrook developers <developers@lunabrook.invalid>")
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_STRIP_FILES ON)
+# The bus' activation file names the executable's final path, so files are staged below DESTDIR and not by prefix.
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/compress_manual.cmake)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME lunabrook)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS tzdata)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus")
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "Reads the store that a sleep tracker fills each night and answers nine
+questions about it, from readiness to tonight's bedtime, each with one
+spoken sentence in the user's language: on the command line, and as a
+service that the session bus starts when somebody asks.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME lunabrook-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "lunabrook (= ${PROJECT_VERSION}), libicu-dev, libabsl-dev, libplist-dev, pkg-config")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "Headers, static libraries and the CMake package with which another C++
+program answers the sleep intents itself.")
+
+include(CPack)
