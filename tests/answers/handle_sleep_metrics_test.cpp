@@ -7,7 +7,6 @@
 #include <limits>
 #include <sstream>
 
-#include "answers/handle_lights_off.h"
 #include "support/shown.h"
 #include "support/test_device.h"
 
@@ -74,10 +73,9 @@ TEST(HandleSleepMetricsTest, ReadsSwitchesAndSettings) {
                   {"lunabrookConfig", Dictionary{{"requiredHours", 7.5}}}});
     HandleSleepMetrics handler(device);
     EXPECT_EQ(handler.getLunabrookConfigValueForKey("requiredHours"), 0.0F) << "the store is not open yet";
-    EXPECT_FALSE(handler.shouldPasteForID(3));
-    EXPECT_TRUE(handler.shouldPasteForID(4));
-    EXPECT_TRUE(handler.shouldPasteForID(5));
-    EXPECT_FALSE(handler.shouldPasteForID(-1));
+    for (const auto& [identifier, pastes] : {std::pair(3, false), {4, true}, {5, true}, {-1, false}}) {
+        EXPECT_EQ(handler.shouldPasteForID(identifier), pastes) << identifier;
+    }
     EXPECT_EQ(handler.getLunabrookConfigValueForKey("requiredHours"), 7.5F);
     EXPECT_EQ(handler.getLunabrookConfigValueForKey("none"), 0.0F);
 }
@@ -96,37 +94,33 @@ TEST(HandleSleepMetricsTest, SaysOneDurationOfTheWatch) {
     EXPECT_EQ(response("deep", 0, 1), "No Data");
 }
 
-// Every key of the store with one value of the wrong kind or size; `order` puts the night hours and the watch's time in
-// order, so that the numbers reach the arithmetic.
+// Every key at every level with one value of the wrong kind or size; `order` puts the night hours and the watch's time
+// in order, so that the numbers reach the arithmetic.
 Dictionary hostileStore(const Value& value, const Dictionary& order) {
-    Dictionary record = order;
     std::istringstream keys(
         "rawSynchTime rawSleepTime rawSleepBankTime rawRingRating rawRingValues showStages rawHRVVal rawWakingVal "
         "hrvAverage hrvTodayVal bpmAverage bpmTodayVal averageSpO2 minSpO2 averageSpO27 averageRespRate "
-        "averageRespRate7 "
-        "nightHour requiredHours minimumHours maximumHours WakeFixed3 WakeTime3 medianWake averageWake "
-        "averageEfficiency "
-        "startDate averageBedtime prevAverageBedtime wristTempScore wristTempTodayValue wristTempAverage28 20260610 "
-        "20260609 bedTime wakeTime bankForecast latestBedTime");
+        "averageRespRate7 nightHour requiredHours minimumHours maximumHours WakeFixed3 WakeTime3 medianWake "
+        "averageWake averageEfficiency startDate averageBedtime prevAverageBedtime wristTempScore wristTempTodayValue "
+        "wristTempAverage28 20260610 20260609 bedTime wakeTime bankForecast latestBedTime readyStars lastConsistency "
+        "sleepSessionStart sleepSessionEnd PasteSwitchOff0");
+    Dictionary record = order;
+    record.insert({{"key", "20260610"}, {"wristTempKey", "20260610"}});
     for (std::string key; keys >> key;) {
         record.emplace(key, value);
     }
-    record.emplace("key", "20260610");
-    record.emplace("wristTempKey", "20260610");
     Dictionary bank = record;
-    for (const char* key : {"spO2Dict", "respRateDict", "readyDict", "octaneDict"}) {
-        bank.emplace(key, record);
-    }
-    Dictionary store{{"cachedSleepBankUpdate", date("2026-06-10T07:00:00+02:00")}, {"bankDict", bank}};
-    for (const char* key : {"watchTrackDict", "lunabrookConfig", "cachedSleepBank"}) {
-        store.emplace(key, record);
-    }
-    for (const char* key :
-         {"readyStars", "lastConsistency", "sleepSessionStart", "sleepSessionEnd", "PasteSwitchOff0"}) {
-        store.emplace(key, value);
-    }
+    bank.insert({{"spO2Dict", record}, {"respRateDict", record}, {"readyDict", record}, {"octaneDict", record}});
+    Dictionary store = record;
+    store.insert({{"cachedSleepBankUpdate", date("2026-06-10T07:00:00+02:00")}, {"bankDict", bank}});
+    store.insert({{"watchTrackDict", record}, {"lunabrookConfig", record}, {"cachedSleepBank", record}});
     return store;
 }
+
+constexpr Answer kAnswers[] = {&HandleSleepMetrics::getSleepRingsInfo,  &HandleSleepMetrics::getLatestBedtimeInfo,
+                               &HandleSleepMetrics::getReadinessInfo,   &HandleSleepMetrics::getOctaneInfo,
+                               &HandleSleepMetrics::getSpO2Info,        &HandleSleepMetrics::getWristTempInfo,
+                               &HandleSleepMetrics::getRespirationInfo, &HandleSleepMetrics::getSleepBankInfo};
 
 void askEverything(const Device& device, const std::string& what) {
     GroupMetrics metrics(device);
@@ -134,38 +128,22 @@ void askEverything(const Device& device, const std::string& what) {
     metrics.requestQualityForSwift();
     metrics.returnPreviousSleepBank();
     HandleSleepMetrics handler(device);
-    for (const Answer answer : {&HandleSleepMetrics::getSleepRingsInfo, &HandleSleepMetrics::getLatestBedtimeInfo,
-                                &HandleSleepMetrics::getReadinessInfo, &HandleSleepMetrics::getOctaneInfo,
-                                &HandleSleepMetrics::getSpO2Info, &HandleSleepMetrics::getWristTempInfo,
-                                &HandleSleepMetrics::getRespirationInfo, &HandleSleepMetrics::getSleepBankInfo}) {
+    for (const Answer answer : kAnswers) {
         EXPECT_NE(shown((handler.*answer)(), "response"), "missing") << what;
     }
     handler.shouldPasteForID(0);
     EXPECT_NE(shown(handler.getSleepMetricForKey("rawSleepTime", 0, 0), "response"), "missing") << what;
-    EXPECT_EQ(shown(HandleLightsOff(device).turnLightsOff(), "response"), "Good Night") << what;
 }
 
 TEST(HandleSleepMetricsTest, AnswersWhateverTheStoreHolds) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    const Value values[] = {std::nan(""),
-                            infinity,
-                            -infinity,
-                            1e308,
-                            1e-308,
-                            std::numeric_limits<std::int64_t>::max(),
-                            std::numeric_limits<std::int64_t>::min(),
-                            0,
-                            -3,
-                            22.7,
-                            99,
-                            "%n%s%@|1e999|nan|",
-                            true,
-                            Array{1, "two"},
-                            Dictionary{{"key", 1}},
-                            Data{0, 255},
-                            dateFromSecondsSince1970(infinity),
-                            dateFromSecondsSince1970(std::nan("")),
-                            dateFromSecondsSince1970(1e300)};
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr std::numeric_limits<std::int64_t> kIntegers;
+    // clang-format off
+    const Value values[] = {
+        std::nan(""), kInfinity, -kInfinity, 1e308, 1e-308, kIntegers.max(), kIntegers.min(), 0, -3, 22.7, 99, true,
+        "%n%s%@|1e999|nan|", Array{1, "two"}, Dictionary{{"key", 1}}, Data{0, 255},
+        dateFromSecondsSince1970(kInfinity), dateFromSecondsSince1970(std::nan("")), dateFromSecondsSince1970(1e300)};
+    // clang-format on
     for (const Value& value : values) {
         for (const char* now : {"2026-06-10T08:30:00+02:00", "2026-06-10T22:30:00+02:00"}) {
             TestDevice device{{.now = now,

@@ -35,16 +35,15 @@ TEST(BedtimeConsistencyTest, ComparesTwoPeriods) {
     }
 }
 
-TEST(BedtimeConsistencyTest, SpeaksGermanAndNeedsAStart) {
+TEST(BedtimeConsistencyTest, FollowsTheLocaleAndNeedsAStart) {
     TestDevice device{{.locale = "de_DE", .languages = {"de"}, .translations = {{"later", "später"}}}};
-    Dictionary bank{{"startDate", date("2026-06-09T21:00:00+02:00")}, {"averageBedtime", 6300}};
-    device.store({{"bankDict", bank}});
-    const auto result = GroupMetrics(device).requestConsistencyDict();
-    EXPECT_EQ(shown(result, "avgBedtimeDateString"), "22:45");
-    EXPECT_EQ(shown(result, "trendString"), shown(result, "starsLabel") + " später");
-    bank.insert_or_assign("startDate", 0);
-    device.store({{"bankDict", bank}});
-    EXPECT_FALSE(GroupMetrics(device).requestConsistencyDict()) << "a number is no date";
+    const auto resultFrom = [&](const Value& start) {
+        device.store({{"bankDict", Dictionary{{"startDate", start}, {"averageBedtime", 6300}}}});
+        return shown(GroupMetrics(device).requestConsistencyDict());
+    };
+    EXPECT_EQ(resultFrom(date("2026-06-09T21:00:00+02:00")),
+              "avgBedtimeDateString: 22:45 | bedTrend: #6300 | starsLabel: 105 Min. | trendString: 105 Min. später");
+    EXPECT_EQ(resultFrom(0), "nil") << "a number is no date";
 }
 
 }  // namespace

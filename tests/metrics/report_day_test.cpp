@@ -111,8 +111,6 @@ TEST(ReportDayTest, TheBankHasANightHourOfItsOwn) {
     const Row rows[] = {
         {"missing_is_21_whatever_the_settings", "2026-06-10T21:30:00+02:00", {}, "20260611"},
         {"its_own", "2026-06-10T21:30:00+02:00", 22, "20260610"},
-        {"after_spring", "2026-03-29T10:00:00+02:00", {}, "20260329"},
-        {"after_autumn", "2026-10-25T10:00:00+01:00", {}, "20261025"},
     };
     for (const Row& row : rows) {
         TestDevice device{{.now = row.now}};

@@ -5,8 +5,10 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/iso8601.h"
 #include "platform/string_format.h"
@@ -42,6 +44,15 @@ inline std::string shown(const std::optional<Dictionary>& dictionary) {
 inline std::string shown(const std::optional<Dictionary>& dictionary, std::string_view key) {
     const Value* value = dictionary ? valueForKey(*dictionary, key) : nullptr;
     return value != nullptr ? shownValue(*value) : "missing";
+}
+
+// Some entries, in the order of the keys: "Optimal | #1.25"; "nil" without a dictionary.
+inline std::string shown(const std::optional<Dictionary>& dictionary, std::initializer_list<std::string_view> keys) {
+    std::string line;
+    for (const std::string_view& key : keys) {
+        line += (&key == keys.begin() ? "" : " | ") + shown(dictionary, key);
+    }
+    return dictionary ? line : "nil";
 }
 
 }  // namespace lunabrook::test
