@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "host/fault_list.h"
 #include "host/intent_definitions.h"
 #include "host/phrase_recognizer.h"
 #include "intents/intent_dispatch.h"
@@ -58,27 +57,6 @@ sdbus::Error unclearPhrase(const std::string& phrase, const std::vector<std::str
     return {kUnknownPhrase, message};
 }
 
-// Calls `answer` with the device as it is at this moment. The library lets nothing pass but its own errors.
-template <class Answer>
-auto answerOnDevice(const DeviceOptions& options, Answer answer) {
-    try {
-        auto settings = deviceSettings(options);
-        if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
-            throw sdbus::Error(kFailed, busText(wrong->what));
-        }
-        FaultList faults;
-        std::get<Device::Settings>(settings).faults = faults.listener();
-        const Device device(std::get<Device::Settings>(std::move(settings)));
-        auto reply = answer(device);
-        faults.tell(kIntentsServiceProgram);
-        return reply;
-    } catch (const sdbus::Error&) {
-        throw;
-    } catch (const std::exception& error) {
-        throw sdbus::Error(kFailed, busText(error.what()));
-    }
-}
-
 }  // namespace
 
 IntentsService::IntentsService(sdbus::IConnection& connection, DeviceOptions options)
@@ -88,9 +66,37 @@ IntentsService::IntentsService(sdbus::IConnection& connection, DeviceOptions opt
 
 IntentsService::~IntentsService() { unregisterAdaptor(); }
 
+const Device& IntentsService::deviceNow() {
+    auto settings = deviceSettings(options_);
+    if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
+        throw sdbus::Error(kFailed, busText(wrong->what));
+    }
+    auto& now = std::get<Device::Settings>(settings);
+    if (!device_ || device_->timeZone() != now.timeZone) {
+        now.faults = faults_.listener();
+        device_ = std::make_unique<Device>(std::move(now));
+    }
+    return *device_;
+}
+
+// The library lets nothing pass but its own errors.
+template <class Answer>
+auto IntentsService::answerOnDevice(Answer answer) {
+    try {
+        faults_ = {};
+        auto reply = answer(deviceNow());
+        faults_.tell(kIntentsServiceProgram);
+        return reply;
+    } catch (const sdbus::Error&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw sdbus::Error(kFailed, busText(error.what()));
+    }
+}
+
 std::map<std::string, sdbus::Variant> IntentsService::Handle(const std::string& intentClass) {
     const IntentRoute& route = routeOfClass(intentClass);
-    return answerOnDevice(options_, [&route](const Device& device) {
+    return answerOnDevice([&route](const Device& device) {
         IntentHandler principal(device);
         const IntentReply reply = route.ask(principal);
         std::map<std::string, sdbus::Variant> fields = {{"code", static_cast<std::int64_t>(reply.code)}};
@@ -106,7 +112,7 @@ std::map<std::string, sdbus::Variant> IntentsService::Handle(const std::string& 
 
 std::string IntentsService::Recognize(const std::string& phrase) {
     const Recognition recognition =
-        answerOnDevice(options_, [&phrase](const Device& device) { return recognizePhrase(device, phrase); });
+        answerOnDevice([&phrase](const Device& device) { return recognizePhrase(device, phrase); });
     if (recognition.className.empty()) {
         throw unclearPhrase(phrase, recognition.nearest);
     }
@@ -114,7 +120,7 @@ std::string IntentsService::Recognize(const std::string& phrase) {
 }
 
 std::vector<IntentsService::DefinedIntent> IntentsService::Intents() {
-    return answerOnDevice(options_, [](const Device& device) {
+    return answerOnDevice([](const Device& device) {
         std::vector<DefinedIntent> intents;
         for (const IntentDefinition& definition : intentDefinitions(device)) {
             std::vector<std::string> phrases;

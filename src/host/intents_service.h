@@ -3,16 +3,19 @@
 //   busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent
 //   -> a{sv} 3 "code" x 4 "dictionary" s "{...}" "response" s "..."
 //
-// Each call makes its own device and principal class, so it sees the store, the zone and the texts as they are now;
-// that costs a few milliseconds. What a call finds wrong with the store is told on standard error.
+// Each call makes its own principal class and sees the store, the zone and the clock as they are now. The device is kept
+// while the zone stays the same, so that an unchanged store is not read again however many days it holds. What a call
+// finds wrong with the store is told on standard error.
 
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/device_options.h"
+#include "host/fault_list.h"
 #include "intents1_adaptor.h"
 
 namespace lunabrook {
@@ -36,7 +39,13 @@ private:
     std::string Recognize(const std::string& phrase) override;
     std::vector<DefinedIntent> Intents() override;
 
+    const Device& deviceNow();
+    template <class Answer>
+    auto answerOnDevice(Answer answer);
+
     DeviceOptions options_;
+    FaultList faults_;  // of the call that is being answered
+    std::unique_ptr<Device> device_;
 };
 
 }  // namespace lunabrook

@@ -118,4 +118,6 @@ bool TimeZone::isDaylightSavingTime(Date date) const {
     return time && rules_->zone.At(*time).is_dst;
 }
 
+bool operator==(const TimeZone& left, const TimeZone& right) { return left.rules_->zone == right.rules_->zone; }
+
 }  // namespace lunabrook

@@ -46,6 +46,9 @@ public:
     int secondsFromUtc(Date date) const;
     bool isDaylightSavingTime(Date date) const;
 
+    // The same data, unchanged between the two loadings.
+    friend bool operator==(const TimeZone& left, const TimeZone& right);
+
 private:
     struct Rules;
     explicit TimeZone(std::shared_ptr<const Rules> rules) : rules_(std::move(rules)) {}
