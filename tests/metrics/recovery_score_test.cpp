@@ -78,6 +78,7 @@ TEST(RecoveryScoreTest, ChoosesTheSourceOfReadiness) {
         {"over_half", yesterday(50, 60), watchRecord(50.51, 59.49),
          "51 ms | 1 above baseline | 59 bpm | 1 below baseline"},
         {"watch_is_its_own_baseline", yesterday(0, 0), watchRecord(60, 0), "60 ms | No change | -- | "},
+        {"watch_knows_the_rate_alone", yesterday(50, 60), watchRecord(0, 70), "-- |  | 70 bpm | 10 above baseline"},
         {"neither", yesterday(50, 60), {}, "nil"},
         {"stale_watch", yesterday(50, 60), stale, "nil"},
         {"nothing_to_compare", record(60, 0, 48, 0), {}, "nil"},

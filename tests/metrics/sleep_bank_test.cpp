@@ -70,7 +70,7 @@ TEST(SleepBankTest, WeighsTheLastSevenDays) {
 TEST(SleepBankTest, PlansTonight) {
     // Need and forecast are 7 hours, 8:45 in bed, up to the last two banks: one day of 2 (12) hours forecasts 12 (2).
     const Dictionary usual = week(25200, 14, {{"requiredHours", 7}});
-    const Dictionary noMedian = week(25200, 14, {{"requiredHours", 7}, {"medianWake", 0}, {"averageWake", 36000}});
+    const Dictionary noMedian = week(25200, 14, {{"requiredHours", 7}, {"medianWake", -1}, {"averageWake", 36000}});
     const Dictionary midnight = week(25200, 14, {{"requiredHours", 7}, {"nightHour", 0}});
     const Dictionary debt{{"20260614", 7200}, {"requiredHours", 7}, {"medianWake", 37800}, {"averageEfficiency", 80}};
     const Dictionary credit{{"20260614", 43200}, {"requiredHours", 7}, {"medianWake", 37800}};
@@ -130,6 +130,12 @@ TEST(SleepBankTest, GivesTheWholeResultAndServesItAtNight) {
     const auto fresh = bankResult(freshAtNight, week(28800, 11));
     EXPECT_EQ(shown(fresh, "bedTime"), shown(fresh, "adjustedBedTime"));
 
+    // A night hour of 0 never counts as struck: the plan is for tomorrow.
+    TestDevice midnight{{.now = kWednesday}};
+    EXPECT_EQ(
+        shown(bankResult(midnight, week(28800, 10, {{"nightHour", 0}})), {"adjustedBedTime", "timeUntilBedLabel"}),
+        "@2026-06-10T22:30:00.000Z | 14h 30m");
+
     TestDevice withoutWake{{.now = kWednesday}};
     EXPECT_EQ(shown(bankResult(withoutWake, without(week(28800), "medianWake"))),
               "bankBalance: #28800 | bankForecast: #28800 | bankPercent: #1");
@@ -147,6 +153,9 @@ TEST(SleepBankTest, TheCacheIsServedFromAMinuteAfterThePreviousStart) {
     EXPECT_EQ(shown(servedWith(date("2026-06-09T21:01:01+02:00"))),
               "pasteItem: {\"Tonight'sBedtime\":\"(null)\", \"Waketime\":\"(null)\", \"TimeUntilBed\": \"0.00\", "
               "\"RequiredHours\":\"0.00\"} | timeUntilBed: #0 | timeUntilBedLabel: 0h 0m | timeUntilWakeLabel: 0h 0m");
+    device.store({{"lunabrookConfig", Dictionary{{"nightHour", 22.7}}}});
+    EXPECT_FALSE(servedWith(date("2026-06-09T22:01:00+02:00"))) << "the hour is that of the settings";
+    EXPECT_TRUE(servedWith(date("2026-06-09T22:01:01+02:00")));
 }
 
 TEST(SleepBankTest, PassesOverTheNightsOfTheClockChange) {
