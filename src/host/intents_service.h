@@ -3,9 +3,9 @@
 //   busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent
 //   -> a{sv} 3 "code" x 4 "dictionary" s "{...}" "response" s "..."
 //
-// Each call makes its own principal class and sees the store, the zone and the clock as they are now. The device is kept
-// while the zone stays the same, so that an unchanged store is not read again however many days it holds. What a call
-// finds wrong with the store is told on standard error.
+// Each call makes its own principal class and sees the store, the zone and the clock as they are now. The device is
+// kept while the zone stays the same, so that an unchanged store is not read again however many days it holds. What a
+// call finds wrong with the store is told on standard error.
 
 #pragma once
 
