@@ -107,7 +107,8 @@ TEST(LocalizableStrings, HoldsExactlyTheFragmentsThatAreSaid) {
         EXPECT_NE(said.find(mark.substr(0, mark.find("\u27E7"))), std::string::npos) << "never said: " << fragment;
     }
     // What is no fragment: the unit, the locale's words for hours, minutes, weekdays and halves of the day.
-    const std::set<std::string> known{"ms", "Std", "Min", "Stunde", "Stunden", "Minute", "Minuten", "Di", "Mi", "AM", "PM"};
+    const std::set<std::string> known{"ms",      "Std", "Min", "Stunde", "Stunden", "Minute",
+                                      "Minuten", "Di",  "Mi",  "AM",     "PM"};
     const std::regex word("[A-Za-z]+");
     std::set<std::string> leftOver;
     for (auto match = std::sregex_iterator(said.begin(), said.end(), word); match != std::sregex_iterator(); ++match) {
