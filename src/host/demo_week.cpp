@@ -83,8 +83,7 @@ Dictionary watchRecord(const Night& night) {
 }
 
 Dictionary bankRecord(const Night& night, FormatTools& tools) {
-    constexpr double kHalfDaySeconds = 43200;
-    const Date reportDay = dateByAddingSeconds(night.start, kHalfDaySeconds);
+    const Date reportDay = dateByAddingSeconds(night.start, FormatTools::kHalfDaySeconds);
     const std::string today = tools.YYMMDD(reportDay).value_or("");
     Dictionary bank{
         {"nightHour", night.nightHour},

@@ -32,9 +32,9 @@ public:
         return made;
     }
 
-    static Response successIntentResponseWithResponse(std::optional<std::string> sentence) {
+    static Response successIntentResponseWithResponse(const std::optional<std::string>& sentence) {
         Response made = initWithCode(IntentResponseCode::success, nullptr);
-        made.response = std::move(sentence);
+        made.response = sentence;
         return made;
     }
 
