@@ -17,6 +17,7 @@ std::string environment(const char* name) {
     return value != nullptr ? value : "";
 }
 
+// Empty when nothing says where.
 std::filesystem::path preferencesFolder(const std::string& option) {
     if (!option.empty()) {
         return option;
@@ -27,7 +28,8 @@ std::filesystem::path preferencesFolder(const std::string& option) {
     if (const std::string data = environment("XDG_DATA_HOME"); !data.empty()) {
         return std::filesystem::path(data) / "lunabrook";
     }
-    return std::filesystem::path(environment("HOME")) / ".local/share/lunabrook";
+    const std::string home = environment("HOME");
+    return home.empty() ? std::filesystem::path() : std::filesystem::path(home) / ".local/share/lunabrook";
 }
 
 // In a build tree `resources` stands beside the executable; installed, it is the share folder of the same prefix.
@@ -127,6 +129,10 @@ std::variant<Device::Settings, WrongCall> deviceSettings(const DeviceOptions& op
     if (auto* wrong = std::get_if<WrongCall>(&zone)) {
         return std::move(*wrong);
     }
+    std::filesystem::path preferences = preferencesFolder(options.preferences);
+    if (preferences.empty()) {
+        return WrongCall{"there is no HOME to keep the store in; name a folder with --preferences"};
+    }
     const Named name = localeName(options.locale);
     auto locale = Locale::named(name.value);
     if (!locale) {
@@ -138,7 +144,7 @@ std::variant<Device::Settings, WrongCall> deviceSettings(const DeviceOptions& op
         .locale = *std::move(locale),
         .preferredLanguages = preferredLanguages(options.languages, name.value),
         .bundle = bundleFolder(options.bundle),
-        .preferences = preferencesFolder(options.preferences),
+        .preferences = std::move(preferences),
     };
 }
 
