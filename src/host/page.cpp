@@ -6,6 +6,8 @@ namespace lunabrook {
 
 namespace {
 
+constexpr const char* kPlainAgain = "\x1b[0m";
+
 const char* escapeOf(Ink ink) {
     switch (ink) {
         case Ink::heading:
@@ -40,7 +42,8 @@ void Page::add(const std::vector<Cell>& cells) {
         const std::string shown = textFittedTo(cell.text, left);
         const int width = displayWidth(shown);
         const bool isColoured = hasColours_ && cell.ink != Ink::plain;
-        text_ += gap + (isColoured ? escapeOf(cell.ink) + shown + "\x1b[0m" : shown);
+        text_.append(gap).append(isColoured ? escapeOf(cell.ink) : "").append(shown);
+        text_.append(isColoured ? kPlainAgain : "");
         used += static_cast<int>(gap.size()) + width;
         gap.assign(static_cast<std::size_t>(cell.columns > width ? cell.columns - width : 1), ' ');
     }
