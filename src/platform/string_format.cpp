@@ -105,12 +105,15 @@ const Locale::Data::NumberFormatter& numberFormatter(Locale::Data& data, const P
     return data.numberFormatters.emplace(key, std::move(formatter)).first->second;
 }
 
+// A NaN has no sign to show.
+double shownReal(double number) { return std::isnan(number) ? std::fabs(number) : number; }
+
 NumberText localizedNumber(Locale::Data& data, const Placeholder& placeholder, const FormatArgument* argument) {
     const bool isReal = placeholder.conversion == 'f';
     const auto& formatter = numberFormatter(data, placeholder);
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString text =
-        isReal ? formatter.formatDouble(realContent(argument), status).toString(status)
+        isReal ? formatter.formatDouble(shownReal(realContent(argument)), status).toString(status)
                : formatter.formatDecimal(integerDigits(placeholder, argument), status).toString(status);
     if (!succeeded(status)) {
         return isReal ? plainReal(placeholder, argument) : plainInteger(placeholder, argument);
