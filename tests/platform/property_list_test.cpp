@@ -22,6 +22,11 @@ std::string repeated(const std::string& text, int times) {
     return all;
 }
 
+// A dictionary around so many arrays.
+std::string nested(int arrays) {
+    return xml("<dict><key>a</key>" + repeated("<array>", arrays) + repeated("</array>", arrays) + "</dict>");
+}
+
 std::string whatIsWrongWith(const std::string& bytes) {
     const auto result = PropertyList::fromBytes(bytes);
     const auto* damage = std::get_if<std::string>(&result);
@@ -51,17 +56,13 @@ TEST(PropertyList, KeepsEveryKindThroughBinary) {
         {"negative", -5},
         {"least", std::numeric_limits<std::int64_t>::min()},
         {"real", 0.1},
-        {"single", 0.5},
         {"huge", 1e308},
         {"infinite", std::numeric_limits<double>::infinity()},
         {"text", "\U0001F4A4 In bed"},
-        {"empty", ""},
         {"data", Data{0, 255}},
-        {"date", dateFromSecondsSince1970(1781072999.25)},
         {"date_before_2001", dateFromSecondsSince1970(978307199.5)},
         {"date_far", dateFromSecondsSince1970(1e13)},
         {"array", Array{Value(1), Value(Dictionary{{"inner", "x"}})}},
-        {"dictionary", Dictionary{{"a", Dictionary{}}}},
     };
     PropertyList list;
     for (const auto& [key, value] : values) {
@@ -70,14 +71,17 @@ TEST(PropertyList, KeepsEveryKindThroughBinary) {
     EXPECT_EQ(listOf(binaryOf(list)).dictionary(), values);
 }
 
-TEST(PropertyList, ReadsXmlWithItsFullIntegerRange) {
-    const Dictionary read = listOf(xml("<dict><key>wide</key><integer>18446744073709551615</integer>"
-                                       "<key>minus</key><integer>-1</integer><key>nan</key><real>nan</real>"
-                                       "<key>day</key><date>2300-01-01T00:00:00Z</date></dict>"))
-                                .dictionary();
+TEST(PropertyList, ReadsXmlWithItsFullIntegerRangeAndManyValues) {
+    const std::string many = repeated("<dict><key>k</key><integer>1</integer></dict>", 20000);
+    const std::string entries =
+        "<key>wide</key><integer>18446744073709551615</integer><key>minus</key><integer>-1</integer>"
+        "<key>nan</key><real>nan</real><key>day</key><date>2300-01-01T00:00:00Z</date>";
+    const Dictionary read =
+        listOf(xml("<dict>" + entries + "<key>many</key><array>" + many + "</array></dict>")).dictionary();
     EXPECT_EQ(read.at("wide"), Value(18446744073709551615.0));
     EXPECT_EQ(read.at("minus"), Value(-1));
     EXPECT_TRUE(std::isnan(read.at("nan").floatValue()));
+    EXPECT_EQ(read.at("many").array()->size(), 20000U);
     EXPECT_EQ(*read.at("day").date(), dateFromSecondsSince1970(10413792000));
 }
 
@@ -118,12 +122,11 @@ TEST(PropertyList, NamesWhatIsWrong) {
         const char* what;
     } rows[] = {
         {"empty", "", "is not a property list, or a damaged one"},
-        {"text", "hello", "is not a property list, or a damaged one"},
         {"not_utf8", "<plist>\xFF</plist>", "is neither a binary property list nor UTF-8 text"},
         {"xml_cut", xml("<dict><key>a</key><string>b</string></dict>").substr(0, 60), "is cut short or damaged"},
         {"xml_root_array", xml("<array/>"), "is a property list whose root is not a dictionary"},
-        {"xml_unknown_element", xml("<dict><key>a</key><wrong/></dict>"), "is not a property list, or a damaged one"},
-        {"xml_deep", xml(repeated("<array>", 129) + repeated("</array>", 129)), "is nested deeper than 128 levels"},
+        {"xml_deepest", nested(127), ""},
+        {"xml_too_deep", nested(128), "is nested deeper than 128 levels"},
         {"xml_deep_behind_comments", xml(repeated("<array><!-- </array> -->", 200000)),
          "is nested deeper than 128 levels"},
         {"binary_cut", whole.substr(0, whole.size() - 5), "is cut short or damaged"},
@@ -137,20 +140,6 @@ TEST(PropertyList, NamesWhatIsWrong) {
     for (const auto& row : rows) {
         EXPECT_EQ(whatIsWrongWith(row.bytes), row.what) << row.name;
     }
-}
-
-TEST(PropertyList, ReadsTheDeepestAndTheWidestThatAreAllowed) {
-    EXPECT_EQ(whatIsWrongWith(xml("<dict><key>a</key>" + repeated("<array>", 127) + "<true/>" +
-                                  repeated("</array>", 127) + "</dict>")),
-              "");
-    EXPECT_EQ(
-        whatIsWrongWith(xml("<dict><key>a</key>" + repeated("<array>", 128) + repeated("</array>", 128) + "</dict>")),
-        "is nested deeper than 128 levels");
-    const Dictionary wide =
-        listOf(xml("<dict><key>a</key><array>" + repeated("<dict><key>k</key><integer>1</integer></dict>", 20000) +
-                   "</array></dict>"))
-            .dictionary();
-    EXPECT_EQ(wide.at("a").array()->size(), 20000U);
 }
 
 // Every single damaged byte of a small list is read or refused, never a crash: the sanitizers watch.

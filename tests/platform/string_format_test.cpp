@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <limits>
 
 namespace lunabrook {
@@ -11,21 +10,12 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-struct Row {
-    const char* format;
-    std::initializer_list<FormatArgument> arguments;
-    std::string expected;
-};
-
-void expectPlain(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
-        EXPECT_EQ(stringWithFormat(row.format, row.arguments), row.expected) << row.format;
-    }
-}
-
-TEST(StringFormat, PrintsAsCDoes) {
-    expectPlain({
-        {"%@: %.1f%%", {"Debt", 12.5}, "Debt: 12.5%"},
+TEST(StringFormat, PrintsAsCDoesWithAnyArguments) {
+    const struct {
+        const char* format;
+        std::initializer_list<FormatArgument> arguments;
+        std::string expected;
+    } rows[] = {
         {"%d|%i|%u|%ld|%lld|%f", {1, -2, 3, std::int64_t{4}, std::int64_t{-5}, 1.5}, "1|-2|3|4|-5|1.500000"},
         {"[%5.1f][%-5d][%05d][%+d][% d][%.3d][%-05d]",
          {2.5, 42, -42, 3, 4, 5, 6},
@@ -36,54 +26,32 @@ TEST(StringFormat, PrintsAsCDoes) {
         {"%u %lu", {-1, -1}, "4294967295 18446744073709551615"},
         {"%f %f %+f %05.1f", {kInfinity, -kInfinity, kInfinity, -kNan}, "inf -inf +inf   nan"},
         {"[%4@][%-4@][%.1@]", {"\u00E9", "\u00E9", "\u00E9t"}, "[   \u00E9][\u00E9   ][\u00E9]"},
-    });
-}
-
-TEST(StringFormat, TakesAnyArguments) {
-    expectPlain({
         {"%2$@ %1$@ %@ %@ %@", {"a", "b"}, "b a a b (null)"},
         {"%0$@ %3$@ %99999999999999999999$@ %-1$@", {"a"}, "(null) (null) (null) %-1$@"},
-        {"%@ %d %.1f %5.1f", {}, "(null) 0 0.0   0.0"},
-        {"%@ %d %.1f", {1, "x", "y"}, "(null) 0 0.0"},
-        {"%@", {std::optional<std::string>()}, "(null)"},
+        {"%@ %d %.1f %@", {1, "x", "y", std::optional<std::string>()}, "(null) 0 0.0 (null)"},
         {"%d %d %d", {2.9, -2.9, kNan}, "2 -2 0"},
         {"%d %d", {1e300, -kInfinity}, "9223372036854775807 -9223372036854775808"},
-        {"%.1f", {7}, "7.0"},
-    });
-}
-
-TEST(StringFormat, LeavesWhatIsNoPlaceholder) {
-    expectPlain({
-        {"100%", {"a"}, "100%"},
+        {"%.1f %5.1f", {7}, "7.0   0.0"},
+        {"%.1f%% 100%", {12.5}, "12.5% 100%"},
         {"%s %x %q %hd %*d %llf %l%d", {5}, "%s %x %q %hd %*d %llf %l5"},
         {"%513d %.513f %999999999999d", {5}, "%513d %.513f %999999999999d"},
         {"%.512f", {1.0}, "1." + std::string(512, '0')},
         {"%512d", {1}, std::string(511, ' ') + "1"},
-        {"", {"a"}, ""},
-    });
-}
-
-TEST(StringFormat, PlainNumbersIgnoreTheProcessLocale) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
-        GTEST_SKIP() << "this machine has no locale with a decimal comma";
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(stringWithFormat(row.format, row.arguments), row.expected) << row.format;
     }
-    EXPECT_EQ(stringWithFormat("%.1f %d", {1234.5, 12345}), "1234.5 12345");
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST(StringFormat, WritesNumbersTheLocalesWay) {
-    struct LocalRow {
+    const struct {
         const char* locale;
         const char* format;
         std::initializer_list<FormatArgument> arguments;
         std::string expected;
-    };
-    const LocalRow rows[] = {
-        {"en_US", "%@ %.1f%% %d", {"1.5", 1234.5, 12345}, "1.5 1,234.5% 12,345"},
+    } rows[] = {
         {"de_DE", "%@ %.1f%% %d", {"1.5", 1234.5, 12345}, "1.5 1.234,5% 12.345"},
         {"es_ES", "%d %d %.1f", {1234, 12345, 1234.5}, "1234 12.345 1234,5"},
-        {"fr_FR", "%d", {1234}, "1\u202F234"},
         {"fi_FI", "%.1f", {-1.5}, "\u22121,5"},
         {"ar_EG", "%.1f %d", {-1.5, 20}, "\u061C-\u0661\u066B\u0665 \u0662\u0660"},
         {"ar_EG@numbers=latn", "%.1f", {1.5}, "1.5"},
@@ -93,8 +61,9 @@ TEST(StringFormat, WritesNumbersTheLocalesWay) {
         {"ar_EG", "%03d", {5}, "\u0660\u0660\u0665"},
         {"en_US", "%d %.1f %@", {}, "0 0.0 (null)"},
         {"de_DE", "%.1f %d", {kInfinity, 1e300}, "\u221E 9.223.372.036.854.775.807"},
+        {"en_US", "%.1f %.1f %.1f", {kNan, -kNan, -kInfinity}, "NaN NaN -\u221E"},  // a regression: once -NaN
     };
-    for (const LocalRow& row : rows) {
+    for (const auto& row : rows) {
         EXPECT_EQ(localizedStringWithFormat(Locale::named(row.locale).value(), row.format, row.arguments), row.expected)
             << row.locale << " " << row.format;
     }

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <utility>
 
 #include "platform/property_list.h"
 #include "support/test_device.h"
@@ -61,23 +62,17 @@ TEST(UserDefaults, SeesWhatOthersWroteWhileHeldValuesStay) {
     EXPECT_TRUE(defaults.contents()->empty());
 }
 
-TEST(UserDefaults, TransactionChangesItsKeysAlone) {
+TEST(UserDefaults, TransactionChangesItsKeysAloneAndALinkStaysALink) {
     TestDevice device;
-    writeFile(device.storeFile(), kXmlStore);
+    const std::filesystem::path linked = device.folder() / "real.plist";
+    writeFile(linked, kXmlStore);
+    std::filesystem::create_directories(device->preferences());
+    std::filesystem::create_symlink(linked, device.storeFile());
     UserDefaults defaults(device, kSuite);
     EXPECT_TRUE(defaults.setObjects({{"name", std::nullopt}, {"added", Value(true)}, {"never", std::nullopt}}));
     EXPECT_EQ(device.stored(), (Dictionary{{"added", true}, {"bank", Dictionary{{"a", 1.5}}}}));
-    EXPECT_TRUE(readFile(device.storeFile()).starts_with("bplist00"));
-}
-
-TEST(UserDefaults, LinkedStoreStaysALink) {
-    TestDevice device;
-    writeFile(device.folder() / "real.plist", kXmlStore);
-    std::filesystem::create_directories(device->preferences());
-    std::filesystem::create_symlink(device.folder() / "real.plist", device.storeFile());
-    EXPECT_TRUE(UserDefaults(device, kSuite).setObject("name", "y"));
     EXPECT_TRUE(std::filesystem::is_symlink(device.storeFile()));
-    EXPECT_THAT(readFile(device.folder() / "real.plist"), testing::StartsWith("bplist00"));
+    EXPECT_TRUE(readFile(linked).starts_with("bplist00"));
 }
 
 TEST(UserDefaults, DamagedStoreReadsEmptyRefusesWritesAndStaysAsItIs) {
@@ -96,23 +91,18 @@ TEST(UserDefaults, DamagedStoreReadsEmptyRefusesWritesAndStaysAsItIs) {
     }
 }
 
-TEST(UserDefaults, FolderInPlaceOfTheStoreIsAFault) {
-    TestDevice device;
+TEST(UserDefaults, FolderInPlaceOfTheStoreOrFileInPlaceOfItsFolderIsAFault) {
+    TestDevice device, unmakeable;
     std::filesystem::create_directories(device.storeFile());
-    UserDefaults defaults(device, kSuite);
-    EXPECT_TRUE(defaults.contents()->empty());
-    EXPECT_FALSE(defaults.setObject("name", "x"));
+    writeFile(unmakeable->preferences(), "a file where the folder should be");
+    for (const TestDevice* each : {&device, &unmakeable}) {
+        UserDefaults defaults(*each, kSuite);
+        EXPECT_TRUE(defaults.contents()->empty());
+        EXPECT_EQ(each->faults().size(), each == &device ? 1U : 0U);
+        EXPECT_FALSE(defaults.setObject("name", "x"));
+    }
     EXPECT_EQ(device.faults().size(), 2U);
-}
-
-TEST(UserDefaults, UnmakeableFolderIsAFault) {
-    TestDevice device;
-    writeFile(device->preferences(), "a file where the folder should be");
-    UserDefaults defaults(device, kSuite);
-    EXPECT_TRUE(defaults.contents()->empty());
-    EXPECT_TRUE(device.faults().empty());
-    EXPECT_FALSE(defaults.setObject("name", "x"));
-    EXPECT_THAT(device.faults().at(0).what, HasSubstr("cannot be written"));
+    EXPECT_THAT(unmakeable.faults().at(0).what, HasSubstr("cannot be written"));
 }
 
 TEST(UserDefaults, QuestionDropsItsWrites) {
@@ -156,24 +146,24 @@ TEST(UserDefaults, FullDiskLeavesTheOldStoreWhole) {
 }
 
 TEST(UserDefaults, TwoWritersLoseNothingAndAReaderNeverSeesABrokenStore) {
-    constexpr int kWrites = 1000;
+    constexpr int kKeys = 1000;
     TestDevice device;
     device.store({{"untouched", "stays"}});
-    const auto writer = [&device, kWrites](const std::string& prefix) {
-        return startProcess([&device, kWrites, &prefix] {
+    const auto writer = [&device, kKeys](const std::string& prefix) {
+        return startProcess([&device, kKeys, &prefix] {
             UserDefaults defaults(device, kSuite);
             bool allWritten = true;
-            for (int i = 0; i < kWrites; ++i) {
-                allWritten = defaults.setObject(prefix + std::to_string(i), i) && allWritten;
+            for (int key = 0; key < kKeys; ++key) {
+                allWritten = defaults.setObject(prefix + std::to_string(key), key) && allWritten;
             }
             return allWritten && device.faults().empty() ? 0 : 1;
         });
     };
     const pid_t first = writer("first");
     const pid_t second = writer("second");
-    const pid_t reader = startProcess([&device, kWrites] {
+    const pid_t reader = startProcess([&device, kKeys] {
         const UserDefaults defaults(device, kSuite);
-        while (defaults.contents()->size() < 2 * kWrites + 1) {
+        while (defaults.contents()->size() < 2 * kKeys + 1) {
             if (!defaults.objectForKey("untouched") || !device.faults().empty() || getppid() == 1) {
                 return 1;
             }
@@ -183,8 +173,8 @@ TEST(UserDefaults, TwoWritersLoseNothingAndAReaderNeverSeesABrokenStore) {
     EXPECT_EQ(exitStatus(first), 0);
     EXPECT_EQ(exitStatus(second), 0);
     const std::size_t kept = device.stored().size();
-    EXPECT_EQ(kept, 2U * kWrites + 1);
-    if (kept != 2U * kWrites + 1) {
+    EXPECT_EQ(kept, 2U * kKeys + 1);
+    if (kept != 2U * kKeys + 1) {
         kill(reader, SIGKILL);  // it waits for keys that were lost
     }
     EXPECT_EQ(exitStatus(reader), 0);

@@ -42,7 +42,9 @@ TEST(WatchMetrics, PushesTheDictionaryOfTheMomentWhenActivationCompletes) {
     WatchMetrics metrics(session);
     metrics.updateWatchContextWithDict(kFirst);
     metrics.updateWatchContextWithDict(kSecond);
-    EXPECT_EQ(session.activations, 2);
+    metrics.sessionDidBecomeInactive(session);
+    metrics.sessionDidDeactivate(session);
+    EXPECT_EQ(session.activations, 2);  // none after a deactivation
     EXPECT_TRUE(session.contexts.empty());
     session.delegate->session(session, WCSessionActivationState::inactive, std::nullopt);  // any state will do
     EXPECT_EQ(session.contexts, std::vector<Dictionary>{kSecond});
@@ -77,25 +79,14 @@ TEST(WatchMetrics, FailsSilentlyAndKeepsTheDictionary) {
     }
 }
 
-TEST(WatchMetrics, DoesNotActivateAgainAfterDeactivation) {
-    ScriptedSession session;
-    WatchMetrics metrics(session);
-    metrics.updateWatchContextWithDict(kFirst);
-    metrics.sessionDidBecomeInactive(session);
-    metrics.sessionDidDeactivate(session);
-    EXPECT_EQ(session.activations, 1);
-    EXPECT_TRUE(session.contexts.empty());
-}
-
 class DirectoryWatch : public testing::Test {
 protected:
-    // What one update leaves in the inbox; nil when nothing.
-    std::optional<Dictionary> deliveredAfter(const std::vector<Dictionary>& updates) {
+    // What two updates leave in the inbox; nil when nothing.
+    std::optional<Dictionary> delivered() {
         DirectoryWatchSession session(inbox_);
         WatchMetrics metrics(session);
-        for (const Dictionary& update : updates) {
-            metrics.updateWatchContextWithDict(update);
-        }
+        metrics.updateWatchContextWithDict(kFirst);
+        metrics.updateWatchContextWithDict(kSecond);
         session.waitForActivations();
         lastError_ = session.updateError();
         if (session.deliveredContexts() == 0) {
@@ -111,24 +102,33 @@ protected:
 };
 
 TEST_F(DirectoryWatch, DeliversToAPairedWatchWithTheApplication) {
-    EXPECT_FALSE(deliveredAfter({kFirst}));  // no folder
+    EXPECT_FALSE(delivered());  // no folder
     EXPECT_FALSE(std::filesystem::exists(inbox_));
     std::filesystem::create_directories(inbox_);
-    EXPECT_FALSE(deliveredAfter({kFirst}));  // no application
+    EXPECT_FALSE(delivered());  // no application
     writeFile(inbox_ / "application.plist", "");
-    EXPECT_EQ(deliveredAfter({kFirst}), kFirst);
-    EXPECT_EQ(deliveredAfter({kFirst, kSecond}), kSecond);
+    EXPECT_EQ(delivered(), kSecond);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(inbox_), {}), 2);  // nothing temporary is left
+}
+
+TEST_F(DirectoryWatch, DeliversWhateverStateTheActivationEndsIn) {
+    writeFile(inbox_ / "application.plist", "");
+    DirectoryWatchSession session(inbox_);
+    WatchMetrics metrics(session);
+    metrics.session(session, WCSessionActivationState::notActivated, WCError{"no"});
+    EXPECT_EQ(session.deliveredContexts(), 0);
+    metrics.session(session, WCSessionActivationState::inactive, std::nullopt);
+    EXPECT_EQ(session.deliveredContexts(), 1);
 }
 
 TEST_F(DirectoryWatch, TellsAnInboxThatIsNoFolderAndAContextThatCannotBeWritten) {
     writeFile(inbox_, "a file");
-    EXPECT_FALSE(deliveredAfter({kFirst}));
+    EXPECT_FALSE(delivered());
     EXPECT_FALSE(lastError_) << "an activation error pushes nothing";
     std::filesystem::remove(inbox_);
     writeFile(inbox_ / "application.plist", "");
     std::filesystem::create_directories(inbox_ / "application-context.plist");
-    EXPECT_FALSE(deliveredAfter({kFirst}));
+    EXPECT_FALSE(delivered());
     EXPECT_TRUE(lastError_);
 }
 
