@@ -13,55 +13,51 @@
 namespace lunabrook::test {
 namespace {
 
-using Answer = std::optional<Dictionary> (HandleSleepMetrics::*)();
+struct Metric {
+    std::optional<Dictionary> (HandleSleepMetrics::*answer)();
+    const char *sentenceStart, *summaryStart;
+};
+constexpr Metric kMetrics[] = {
+    {&HandleSleepMetrics::getSleepRingsInfo, "1 sleep ring closed. Today's", "{\"Sleep%\""},
+    {&HandleSleepMetrics::getLatestBedtimeInfo, "Try to be in bed by 11:00\u202FPM", "{\"Tonight'sBedtime\""},
+    {&HandleSleepMetrics::getReadinessInfo, "Today's Readiness is optimal.", "{\"Stars\""},
+    {&HandleSleepMetrics::getOctaneInfo, "Sleep Fuel Rating is jet fuel.", "{\"Stars\""},
+    {&HandleSleepMetrics::getSpO2Info, "Today's average SpO2 is 95.5%.", "{\"SpO2\""},
+    {&HandleSleepMetrics::getWristTempInfo, "Today's temperature is 34.50°.", "{\"Temperature\""},
+    {&HandleSleepMetrics::getRespirationInfo, "Today's average respiration rate is --.", "{\"RespRate\""},
+};
 
 TEST(HandleSleepMetricsTest, SpeaksEachMetric) {
-    const auto record = [](Dictionary more) {
-        more.emplace("key", "20260610");
-        return more;
-    };
-    const auto heart = record({{"hrvTodayVal", 60}, {"hrvAverage", 50}, {"bpmTodayVal", 48}, {"bpmAverage", 60}});
+    const Dictionary record{{"key", "20260610"}, {"hrvTodayVal", 60}, {"hrvAverage", 50},
+                            {"bpmTodayVal", 48}, {"bpmAverage", 60},  {"averageSpO2", 95.5}};
     const Dictionary watch{{"rawSynchTime", date("2026-06-10T07:00:00+02:00")}, {"rawSleepTime", 28800}};
     TestDevice device;
     device.store({{"watchTrackDict", watch},
-                  {"bankDict", Dictionary{{"readyDict", heart},
-                                          {"octaneDict", heart},
-                                          {"spO2Dict", record({{"averageSpO2", 95.5}})},
-                                          {"respRateDict", record({})},
+                  {"bankDict", Dictionary{{"readyDict", record},
+                                          {"octaneDict", record},
+                                          {"spO2Dict", record},
+                                          {"respRateDict", record},
                                           {"wristTempKey", "20260610"},
                                           {"wristTempTodayValue", 34.5},
                                           {"wristTempAverage28", 34.5},
                                           {"medianWake", 36000},
                                           {"averageEfficiency", 100}}}});
-    struct Row {
-        Answer answer;
-        const char *sentenceStart, *summaryStart;
-    };
-    const Row rows[] = {
-        {&HandleSleepMetrics::getSleepRingsInfo, "1 sleep ring closed. Today's", "{\"Sleep%\""},
-        {&HandleSleepMetrics::getLatestBedtimeInfo, "Try to be in bed by 11:00\u202FPM", "{\"Tonight'sBedtime\""},
-        {&HandleSleepMetrics::getReadinessInfo, "Today's Readiness is optimal.", "{\"Stars\""},
-        {&HandleSleepMetrics::getOctaneInfo, "Sleep Fuel Rating is jet fuel.", "{\"Stars\""},
-        {&HandleSleepMetrics::getSpO2Info, "Today's average SpO2 is 95.5%.", "{\"SpO2\""},
-        {&HandleSleepMetrics::getWristTempInfo, "Today's temperature is 34.50°.", "{\"Temperature\""},
-        {&HandleSleepMetrics::getRespirationInfo, "Today's average respiration rate is --.", "{\"RespRate\""},
-    };
     const TestDevice empty{{.languages = {"de"}, .translations = {{"No Data", "Keine Daten"}}}};
     HandleSleepMetrics handler(device);
     HandleSleepMetrics withoutData(empty);
-    for (const Row& row : rows) {
-        const auto answer = (handler.*row.answer)();
-        EXPECT_EQ(answer->size(), 2U) << row.sentenceStart;
-        EXPECT_THAT(shown(answer, "response"), testing::StartsWith(row.sentenceStart));
-        EXPECT_THAT(shown(answer, "pasteItem"), testing::StartsWith(row.summaryStart));
-        EXPECT_EQ(shown((withoutData.*row.answer)()), "response: Keine Daten") << row.sentenceStart;
+    for (const auto& [answer, sentenceStart, summaryStart] : kMetrics) {
+        const auto given = (handler.*answer)();
+        EXPECT_EQ(given->size(), 2U) << sentenceStart;
+        EXPECT_THAT(shown(given, {"response"}), testing::StartsWith(sentenceStart));
+        EXPECT_THAT(shown(given, {"pasteItem"}), testing::StartsWith(summaryStart));
+        EXPECT_EQ(shown((withoutData.*answer)()), "response: Keine Daten") << sentenceStart;
     }
 }
 
 TEST(HandleSleepMetricsTest, DropsTheSummaryWithoutASentence) {
     TestDevice device{{.now = "2026-06-10T22:00:00+02:00"}};
     device.store({{"cachedSleepBankUpdate", date("2026-06-10T10:00:00+02:00")}});
-    EXPECT_EQ(shown(GroupMetrics(device).returnPreviousSleepBank(), "latestBedLabel"), "missing");
+    EXPECT_EQ(shown(GroupMetrics(device).returnPreviousSleepBank(), {"latestBedLabel"}), "missing");
     EXPECT_EQ(shown(HandleSleepMetrics(device).getLatestBedtimeInfo()), "response: No Data");
 }
 
@@ -84,12 +80,11 @@ TEST(HandleSleepMetricsTest, SaysOneDurationOfTheWatch) {
     TestDevice device;
     HandleSleepMetrics handler(device);
     const auto response = [&](std::string_view key, std::int64_t format, std::int64_t type) {
-        return shown(handler.getSleepMetricForKey(key, format, type), "response");
+        return shown(handler.getSleepMetricForKey(key, format, type), {"response"});
     };
     EXPECT_EQ(response("deep", 0, 0), "No Data");
     device.store({{"watchTrackDict", Dictionary{{"deep", 5400}}}});
     EXPECT_EQ(response("deep", 0, 0), "Today you slept 1 hour, 30 minutes");
-    EXPECT_EQ(response("none", 0, 0), "Today you slept 0 hours, 0 minutes");
     EXPECT_EQ(response("deep", 1, 0), "No Data");
     EXPECT_EQ(response("deep", 0, 1), "No Data");
 }
@@ -117,22 +112,18 @@ Dictionary hostileStore(const Value& value, const Dictionary& order) {
     return store;
 }
 
-constexpr Answer kAnswers[] = {&HandleSleepMetrics::getSleepRingsInfo,  &HandleSleepMetrics::getLatestBedtimeInfo,
-                               &HandleSleepMetrics::getReadinessInfo,   &HandleSleepMetrics::getOctaneInfo,
-                               &HandleSleepMetrics::getSpO2Info,        &HandleSleepMetrics::getWristTempInfo,
-                               &HandleSleepMetrics::getRespirationInfo, &HandleSleepMetrics::getSleepBankInfo};
-
 void askEverything(const Device& device, const std::string& what) {
     GroupMetrics metrics(device);
     metrics.requestConsistencyDict();
     metrics.requestQualityForSwift();
     metrics.returnPreviousSleepBank();
     HandleSleepMetrics handler(device);
-    for (const Answer answer : kAnswers) {
-        EXPECT_NE(shown((handler.*answer)(), "response"), "missing") << what;
+    for (const Metric& metric : kMetrics) {
+        EXPECT_TRUE((handler.*metric.answer)()->contains("response")) << what;
     }
+    EXPECT_TRUE(handler.getSleepBankInfo()->contains("response")) << what;
+    EXPECT_TRUE(handler.getSleepMetricForKey("rawSleepTime", 0, 0)->contains("response")) << what;
     handler.shouldPasteForID(0);
-    EXPECT_NE(shown(handler.getSleepMetricForKey("rawSleepTime", 0, 0), "response"), "missing") << what;
 }
 
 TEST(HandleSleepMetricsTest, AnswersWhateverTheStoreHolds) {

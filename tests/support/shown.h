@@ -40,17 +40,12 @@ inline std::string shown(const std::optional<Dictionary>& dictionary) {
     return dictionary ? line : "nil";
 }
 
-// One entry; "missing" without it.
-inline std::string shown(const std::optional<Dictionary>& dictionary, std::string_view key) {
-    const Value* value = dictionary ? valueForKey(*dictionary, key) : nullptr;
-    return value != nullptr ? shownValue(*value) : "missing";
-}
-
-// Some entries, in the order of the keys: "Optimal | #1.25"; "nil" without a dictionary.
+// Some entries, in the order of the keys: "Optimal | #1.25 | missing"; "nil" without a dictionary.
 inline std::string shown(const std::optional<Dictionary>& dictionary, std::initializer_list<std::string_view> keys) {
     std::string line;
     for (const std::string_view& key : keys) {
-        line += (&key == keys.begin() ? "" : " | ") + shown(dictionary, key);
+        const Value* value = dictionary ? valueForKey(*dictionary, key) : nullptr;
+        line += (&key == keys.begin() ? "" : " | ") + (value != nullptr ? shownValue(*value) : "missing");
     }
     return dictionary ? line : "nil";
 }
