@@ -37,7 +37,7 @@ void setTimeLeft(Dictionary& result, const Device& device, FormatTools& formatTo
     if (const auto bed = dateForKey(result, kBedTime)) {
         const Date adjusted = dateByAddingSeconds(*bed, offsetSeconds);
         untilBed = secondsFrom(now, adjusted);
-        result.emplace("adjustedBedTime", adjusted);
+        result.emplace(kAdjustedBedTime, adjusted);
     }
     if (const auto wake = dateForKey(result, kWakeTime)) {
         untilWake = secondsFrom(now, dateByAddingSeconds(*wake, offsetSeconds));

@@ -18,6 +18,7 @@ inline constexpr std::string_view kCachedSleepBankUpdate = "cachedSleepBankUpdat
 inline constexpr std::string_view kBankBalance = "bankBalance";
 inline constexpr std::string_view kBankForecast = "bankForecast";
 inline constexpr std::string_view kBedTime = "bedTime";
+inline constexpr std::string_view kAdjustedBedTime = "adjustedBedTime";
 inline constexpr std::string_view kTimeUntilBed = "timeUntilBed";
 inline constexpr std::string_view kWakeTime = "wakeTime";
 
