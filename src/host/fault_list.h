@@ -1,6 +1,6 @@
 // The faults that a device was told while it answered, each once, for standard error.
 //
-//   lunabrook: /home/ada/.local/share/lunabrook/group.kestrovan.Lunabrook.plist: is no property list
+//   lunabrook: /home/ada/lunabrook/group.kestrovan.Lunabrook.plist is larger than 64 MiB; it is left as it is ...
 
 #pragma once
 
