@@ -5,11 +5,11 @@
 
 #include <filesystem>
 
-#include "host/demo_week.h"
+#include "command/demo_week.h"
 #include "metrics/group_metrics.h"
 #include "metrics/store_keys.h"
-#include "platform/iso8601.h"
-#include "platform/user_defaults.h"
+#include "platform/device/user_defaults.h"
+#include "platform/time/iso8601.h"
 
 namespace lunabrook {
 namespace {

@@ -4,7 +4,6 @@ target_compile_options(lunabrook_flags INTERFACE -Wall -Wextra -Wpedantic -Wshad
                                                  $<$<BOOL:${LUNABROOK_WERROR}>:-Werror>)
 # GCC 12 sees overlapping copies where texts are joined and there are none (its bug 105651).
 target_compile_options(lunabrook_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
-target_include_directories(lunabrook_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 # The metrics compare single-precision results with double bounds: no fused or widened arithmetic.
 target_compile_options(lunabrook_flags INTERFACE -ffp-contract=off)
 if(LUNABROOK_SANITIZE)

@@ -6,15 +6,6 @@ install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lunabrook PATT
 install(FILES doc/lunabrook.1 doc/lunabrook-intents.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES completion/lunabrook DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
-# The folders that other programs may use; host/ is the command's own.
-foreach(folder platform timekit metrics answers intents watch)
-  set_target_properties(lunabrook_${folder} PROPERTIES EXPORT_NAME ${folder})
-  install(TARGETS lunabrook_${folder} EXPORT lunabrook
-          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-  install(DIRECTORY src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lunabrook COMPONENT development
-          FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN private EXCLUDE)
-endforeach()
-
 set(LUNABROOK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/lunabrook)
 set(LUNABROOK_BUNDLE ${CMAKE_INSTALL_DATADIR}/lunabrook)
 configure_package_config_file(cmake/lunabrookConfig.cmake.in lunabrookConfig.cmake

@@ -9,8 +9,8 @@
 #include <optional>
 
 #include "intents/intent_handler.h"
-#include "platform/device.h"
-#include "platform/iso8601.h"
+#include "platform/device/device.h"
+#include "platform/time/iso8601.h"
 
 using namespace lunabrook;
 

@@ -1,7 +1,7 @@
 #include "answers/handle_lights_off.h"
 
 #include "metrics/store_keys.h"
-#include "platform/string_format.h"
+#include "platform/text/string_format.h"
 
 namespace lunabrook {
 

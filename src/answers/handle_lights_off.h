@@ -8,9 +8,9 @@
 #include <optional>
 
 #include "answers/answer_keys.h"
-#include "platform/device.h"
-#include "platform/user_defaults.h"
-#include "platform/value.h"
+#include "platform/device/device.h"
+#include "platform/device/user_defaults.h"
+#include "platform/values/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "metrics/store_keys.h"
-#include "platform/string_format.h"
-#include "platform/text_case.h"
+#include "platform/text/string_format.h"
+#include "platform/text/text_case.h"
 
 namespace lunabrook {
 

@@ -7,8 +7,8 @@
 #include "answers/handle_sleep_metrics.h"
 #include "metrics/sleep_goal.h"
 #include "metrics/store_keys.h"
-#include "platform/string_format.h"
-#include "platform/text_case.h"
+#include "platform/text/string_format.h"
+#include "platform/text/text_case.h"
 
 namespace lunabrook {
 

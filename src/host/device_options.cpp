@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/iso8601.h"
-#include "platform/text_case.h"
+#include "platform/text/text_case.h"
+#include "platform/time/iso8601.h"
 
 namespace lunabrook {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <variant>
 
-#include "platform/device.h"
+#include "platform/device/device.h"
 
 namespace lunabrook {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/fault.h"
+#include "platform/files/fault.h"
 
 namespace lunabrook {
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/base64.h"
-#include "platform/iso8601.h"
+#include "platform/time/iso8601.h"
+#include "platform/values/base64.h"
 
 namespace lunabrook {
 

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace lunabrook {
 

@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "intents/intent_responses.h"
-#include "platform/intents.h"
+#include "platform/device/intents.h"
 
 namespace lunabrook {
 

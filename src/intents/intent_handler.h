@@ -10,8 +10,8 @@
 #include "answers/handle_lights_off.h"
 #include "answers/handle_sleep_metrics.h"
 #include "intents/intent_handling.h"
-#include "platform/device.h"
-#include "platform/intents.h"
+#include "platform/device/device.h"
+#include "platform/device/intents.h"
 
 namespace lunabrook {
 

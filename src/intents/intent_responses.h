@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/intents.h"
+#include "platform/device/intents.h"
 
 namespace lunabrook {
 

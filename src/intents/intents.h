@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "platform/intents.h"
+#include "platform/device/intents.h"
 
 namespace lunabrook {
 

@@ -13,9 +13,9 @@
 #include <string_view>
 
 #include "metrics/result_keys.h"
-#include "platform/device.h"
-#include "platform/user_defaults.h"
-#include "platform/value.h"
+#include "platform/device/device.h"
+#include "platform/device/user_defaults.h"
+#include "platform/values/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {

@@ -6,7 +6,7 @@
 #include "metrics/group_metrics.h"
 #include "metrics/result_keys.h"
 #include "metrics/store_keys.h"
-#include "platform/string_format.h"
+#include "platform/text/string_format.h"
 
 namespace lunabrook {
 

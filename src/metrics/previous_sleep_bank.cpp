@@ -5,8 +5,8 @@
 
 #include "metrics/group_metrics.h"
 #include "metrics/sleep_bank.h"
-#include "platform/string_format.h"
-#include "platform/text_case.h"
+#include "platform/text/string_format.h"
+#include "platform/text/text_case.h"
 
 namespace lunabrook {
 

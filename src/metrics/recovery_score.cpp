@@ -4,8 +4,8 @@
 #include <string>
 
 #include "metrics/result_keys.h"
-#include "platform/string_format.h"
-#include "platform/text_case.h"
+#include "platform/text/string_format.h"
+#include "platform/text/text_case.h"
 
 namespace lunabrook {
 

@@ -9,8 +9,8 @@
 #include <array>
 #include <string_view>
 
-#include "platform/device.h"
-#include "platform/value.h"
+#include "platform/device/device.h"
+#include "platform/values/value.h"
 
 namespace lunabrook {
 

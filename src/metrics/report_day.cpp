@@ -2,7 +2,7 @@
 
 #include "metrics/group_metrics.h"
 #include "metrics/store_keys.h"
-#include "platform/calendar.h"
+#include "platform/time/calendar.h"
 
 namespace lunabrook {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "metrics/result_keys.h"
-#include "platform/device.h"
-#include "platform/value.h"
+#include "platform/device/device.h"
+#include "platform/values/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {

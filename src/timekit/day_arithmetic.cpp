@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/user_defaults.h"
-#include "platform/value.h"
+#include "platform/device/user_defaults.h"
+#include "platform/values/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {

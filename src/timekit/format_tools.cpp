@@ -1,8 +1,8 @@
 #include "timekit/format_tools.h"
 
-#include "platform/iso8601.h"
-#include "platform/text_case.h"
-#include "platform/value.h"
+#include "platform/text/text_case.h"
+#include "platform/time/iso8601.h"
+#include "platform/values/value.h"
 
 namespace lunabrook {
 

@@ -11,10 +11,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/calendar.h"
-#include "platform/date_components_formatter.h"
-#include "platform/date_formatter.h"
-#include "platform/device.h"
+#include "platform/device/device.h"
+#include "platform/time/calendar.h"
+#include "platform/time/date_components_formatter.h"
+#include "platform/time/date_formatter.h"
 
 namespace lunabrook {
 

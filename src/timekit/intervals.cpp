@@ -1,8 +1,8 @@
 // The durations, the unit words and the how-long-ago phrase of FormatTools.
 
-#include "platform/string_format.h"
-#include "platform/text_case.h"
-#include "platform/value.h"
+#include "platform/text/string_format.h"
+#include "platform/text/text_case.h"
+#include "platform/values/value.h"
 #include "timekit/format_tools.h"
 
 namespace lunabrook {

@@ -9,8 +9,8 @@
 
 #include <mutex>
 
-#include "platform/value.h"
-#include "platform/watch_connectivity.h"
+#include "platform/device/watch_connectivity.h"
+#include "platform/values/value.h"
 
 namespace lunabrook {
 

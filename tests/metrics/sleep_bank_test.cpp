@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "metrics/group_metrics.h"
-#include "platform/text_case.h"
+#include "platform/text/text_case.h"
 #include "support/shown.h"
 #include "support/test_device.h"
 

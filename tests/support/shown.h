@@ -10,9 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/iso8601.h"
-#include "platform/string_format.h"
-#include "platform/value.h"
+#include "platform/text/string_format.h"
+#include "platform/time/iso8601.h"
+#include "platform/values/value.h"
 
 namespace lunabrook::test {
 

@@ -5,9 +5,9 @@
 #include <iostream>
 #include <iterator>
 
-#include "platform/iso8601.h"
-#include "platform/text_case.h"
-#include "platform/user_defaults.h"
+#include "platform/device/user_defaults.h"
+#include "platform/text/text_case.h"
+#include "platform/time/iso8601.h"
 
 namespace lunabrook::test {
 

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/device.h"
-#include "platform/value.h"
+#include "platform/device/device.h"
+#include "platform/values/value.h"
 
 namespace lunabrook::test {
 

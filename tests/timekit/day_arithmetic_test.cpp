@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "platform/user_defaults.h"
+#include "platform/device/user_defaults.h"
 #include "support/test_device.h"
 #include "timekit/format_tools.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/directory_watch_session.h"
-#include "platform/property_list.h"
+#include "platform/device/directory_watch_session.h"
+#include "platform/files/property_list.h"
 #include "support/test_device.h"
 
 namespace lunabrook {

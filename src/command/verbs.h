@@ -1,0 +1,48 @@
+// The command's verbs: each prints its answer and returns the exit status, faults apart.
+
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/device/device.h"
+
+namespace lunabrook {
+
+// 3 comes from the device's fault listener, whatever the verb returned.
+enum class ExitStatus { answered = 0, failed = 1, wrongCall = 2, fault = 3 };
+
+// One sentence a line, or with `asJson` one object a line; in order, each intent seeing what the earlier ones wrote.
+// An intent is named or asked for by a phrase; nothing is answered when one is unclear.
+ExitStatus ask(const Device& device, const std::vector<std::string>& intents, bool asJson);
+
+// The same for each line of standard input, with a prompt on a terminal; an unclear line is told and the next one read.
+// The gravest status of all lines.
+ExitStatus askLines(const Device& device, bool asJson, const std::function<void()>& afterEach);
+
+// One object: each request's result dictionary or null; all requests when none is named.
+ExitStatus showMetrics(const Device& device, const std::vector<std::string>& requests);
+
+// The morning at a glance, with colours on a terminal unless NO_COLOR is set.
+ExitStatus showToday(const Device& device);
+
+// Short name, title and a phrase of each intent.
+ExitStatus listIntents(const Device& device);
+
+// Fills an empty preferences folder; refuses when a store is there.
+ExitStatus makeDemo(const Device& device);
+
+// The whole store, or the value of one key, as JSON; null for a key that is not there.
+ExitStatus showStore(const Device& device, const std::string& key);
+
+// Takes over every key of another property list.
+ExitStatus importStore(const Device& device, const std::string& file);
+
+// Sends the labels of the morning to the watch's inbox and says whether they were delivered; failed when they were not.
+ExitStatus pushToWatch(const Device& device);
+
+// Says on standard error what is wrong with the call.
+ExitStatus complain(const std::string& what);
+
+}  // namespace lunabrook

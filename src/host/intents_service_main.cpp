@@ -1,3 +1,0 @@
-#include "host/extension_main.h"
-
-int main(int argc, char** argv) { return lunabrook::NSExtensionMain(argc, argv); }

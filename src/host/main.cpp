@@ -1,3 +1,0 @@
-#include "host/command.h"
-
-int main(int argc, char** argv) { return lunabrook::runCommand(argc, argv); }

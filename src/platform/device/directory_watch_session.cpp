@@ -1,0 +1,102 @@
+#include "platform/device/directory_watch_session.h"
+
+#include "platform/files/private/atomic_file.h"
+#include "platform/files/property_list.h"
+
+namespace lunabrook {
+
+DirectoryWatchSession::DirectoryWatchSession(std::filesystem::path inbox)
+    : inbox_(std::move(inbox)), thread_([this] { completeActivations(); }) {}
+
+DirectoryWatchSession::~DirectoryWatchSession() {
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+}
+
+void DirectoryWatchSession::setDelegate(WCSessionDelegate* delegate) {
+    const std::lock_guard lock(mutex_);
+    delegate_ = delegate;
+}
+
+void DirectoryWatchSession::activateSession() {
+    {
+        const std::lock_guard lock(mutex_);
+        ++pending_;
+    }
+    changed_.notify_all();
+}
+
+void DirectoryWatchSession::completeActivations() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        changed_.wait(lock, [this] { return pending_ > 0 || isEnding_; });
+        if (pending_ == 0) {
+            return;
+        }
+        WCSessionDelegate* delegate = delegate_;
+        lock.unlock();  // the delegate calls back into the session
+        std::error_code ignored;
+        const bool isUsable = !std::filesystem::exists(inbox_, ignored) || isPaired();
+        if (delegate != nullptr && isUsable) {
+            delegate->session(*this, WCSessionActivationState::activated, std::nullopt);
+        } else if (delegate != nullptr) {
+            delegate->session(*this, WCSessionActivationState::notActivated,
+                              WCError{inbox_.string() + " is not a folder"});
+        }
+        lock.lock();
+        --pending_;
+        changed_.notify_all();
+    }
+}
+
+void DirectoryWatchSession::waitForActivations() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return pending_ == 0; });
+}
+
+bool DirectoryWatchSession::isPaired() const {
+    std::error_code ignored;
+    return std::filesystem::is_directory(inbox_, ignored);
+}
+
+bool DirectoryWatchSession::isWatchAppInstalled() const {
+    std::error_code ignored;
+    return std::filesystem::exists(inbox_ / "application.plist", ignored);
+}
+
+std::optional<WCError> DirectoryWatchSession::write(const Dictionary& context) const {
+    PropertyList list;
+    for (const auto& [key, value] : context) {
+        list.set(key, value);
+    }
+    const auto bytes = list.binary();
+    if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {
+        return WCError{"the context " + unwritable->why};
+    }
+    const std::filesystem::path file = inbox_ / "application-context.plist";
+    if (const auto error = replaceFile(file, std::get<std::string>(bytes), uniqueTemporary(file))) {
+        return WCError{file.string() + " cannot be written: " + *error};
+    }
+    return std::nullopt;
+}
+
+std::optional<WCError> DirectoryWatchSession::updateApplicationContext(const Dictionary& context) {
+    auto error = write(context);
+    if (!error) {
+        ++delivered_;
+    }
+    const std::lock_guard lock(mutex_);
+    updateError_ = error;
+    return error;
+}
+
+std::optional<WCError> DirectoryWatchSession::updateError() const {
+    const std::lock_guard lock(mutex_);
+    return updateError_;
+}
+
+}  // namespace lunabrook

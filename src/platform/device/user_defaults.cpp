@@ -1,0 +1,56 @@
+#include "platform/device/user_defaults.h"
+
+#include "platform/files/property_list.h"
+#include "platform/files/suite_file.h"
+
+namespace lunabrook {
+
+UserDefaults::UserDefaults(const Device& device, std::string_view suite) : file_(device.suiteFile(suite)) {}
+
+std::shared_ptr<const Value> UserDefaults::objectForKey(std::string_view key) const {
+    const auto snapshot = contents();
+    // Shares the snapshot's ownership, so what is handed out outlives a reload.
+    return {snapshot, valueForKey(*snapshot, key)};
+}
+
+std::shared_ptr<const Dictionary> UserDefaults::dictionaryForKey(std::string_view key) const {
+    const auto value = objectForKey(key);
+    return {value, value ? value->dictionary() : nullptr};
+}
+
+std::optional<Date> UserDefaults::dateForKey(std::string_view key) const {
+    return lunabrook::dateForKey(*contents(), key);
+}
+
+bool UserDefaults::boolForKey(std::string_view key) const {
+    const auto value = objectForKey(key);
+    return value && value->boolValue();
+}
+
+std::shared_ptr<const Dictionary> UserDefaults::contents() const { return file_->snapshot(); }
+
+bool UserDefaults::setObjects(const Changes& changes) {
+    return file_->change([&changes](PropertyList& list) {
+        for (const auto& [key, value] : changes) {
+            if (value) {
+                list.set(key, *value);
+            } else {
+                list.remove(key);
+            }
+        }
+    });
+}
+
+bool UserDefaults::setObject(std::string_view key, Value value) {
+    return setObjects({{std::string(key), std::move(value)}});
+}
+
+bool UserDefaults::removeObject(std::string_view key) { return setObjects({{std::string(key), std::nullopt}}); }
+
+bool UserDefaults::merge(const PropertyList& other) {
+    return file_->change([&other](PropertyList& list) { list.merge(other); });
+}
+
+bool UserDefaults::synchronize() { return file_->synchronize(); }
+
+}  // namespace lunabrook

@@ -1,0 +1,82 @@
+#include "platform/text/display_width.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+#include <cstdint>
+
+namespace lunabrook {
+
+namespace {
+
+constexpr UChar32 kZeroWidthJoiner = 0x200D;
+constexpr UChar32 kEmojiSelector = 0xFE0F;
+
+bool isWide(UChar32 character) {
+    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH;
+}
+
+bool isInvisible(UChar32 character) {
+    const int8_t category = u_charType(character);
+    return category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK || category == U_FORMAT_CHAR ||
+           category == U_CONTROL_CHAR || u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0;
+}
+
+// Walks over a text and counts the columns of what it passed.
+class Ruler {
+public:
+    explicit Ruler(std::string_view text)
+        : units_(reinterpret_cast<const std::uint8_t*>(text.data())), size_(static_cast<std::int32_t>(text.size())) {}
+
+    bool isAtEnd() const { return offset_ == size_; }
+    std::size_t offset() const { return static_cast<std::size_t>(offset_); }
+    int columns() const { return columns_; }
+
+    void step() {
+        UChar32 character = 0;
+        U8_NEXT_OR_FFFD(units_, offset_, size_, character);
+        if (character == kEmojiSelector && last_ == 1) {
+            columns_ += 1;  // a sign shown as an emoji is wide
+            last_ = 2;
+        } else if (!isInvisible(character) && !isJoined_) {
+            last_ = isWide(character) ? 2 : 1;
+            columns_ += last_;
+        }
+        isJoined_ = character == kZeroWidthJoiner;  // what a joiner ties on is drawn into the character before it
+    }
+
+private:
+    const std::uint8_t* units_;
+    std::int32_t size_;
+    std::int32_t offset_ = 0;
+    int columns_ = 0;
+    int last_ = 0;  // columns of the last visible character
+    bool isJoined_ = false;
+};
+
+}  // namespace
+
+int displayWidth(std::string_view text) {
+    Ruler ruler(text);
+    while (!ruler.isAtEnd()) {
+        ruler.step();
+    }
+    return ruler.columns();
+}
+
+std::string textFittedTo(std::string_view text, int columns) {
+    Ruler ruler(text);
+    std::size_t end = 0;  // of what fits beside the ellipsis
+    while (!ruler.isAtEnd()) {
+        ruler.step();
+        if (ruler.columns() < columns) {
+            end = ruler.offset();
+        } else if (ruler.columns() > columns) {
+            return std::string(text.substr(0, end)) + "…";
+        }
+    }
+    return std::string(text);
+}
+
+}  // namespace lunabrook

@@ -1,0 +1,23 @@
+// ISO 8601 moments: 2024-06-10T21:05:00+02:00, Z at offset zero.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/time/time_zone.h"
+#include "platform/values/date.h"
+
+namespace lunabrook {
+
+// Whole seconds, in the zone, colon in the offset: "2024-06-10T21:05:00+02:00". Nil when the date is not finite.
+std::optional<std::string> iso8601StringFromDate(Date date, const TimeZone& timeZone);
+
+// To the nearest millisecond, in UTC: "2024-06-10T19:05:00.250Z". Nil when the date is not finite.
+std::optional<std::string> iso8601MillisecondsFromDate(Date date);
+
+// Date, time and "Z" or an offset; fractions of a second allowed. Nil for anything else.
+std::optional<Date> dateFromIso8601String(std::string_view text);
+
+}  // namespace lunabrook

@@ -1,0 +1,131 @@
+#include "service/extension_main.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <memory>
+#include <optional>
+
+#include "host/device_option_flags.h"
+#include "platform/device/event_waiter.h"
+#include "service/intents_service.h"
+
+namespace lunabrook {
+
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+constexpr const char* kAbout =
+    "Serves the nine sleep intents on the session bus; the bus starts it when somebody calls.\n"
+    "\n"
+    "  busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook \\\n"
+    "      kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent\n"
+    "\n"
+    "Exit status: 0 left when idle or told to, 1 no bus or the name is taken, 2 a wrong call.\n";
+
+constexpr double kMostIdleSeconds = 86'400;
+
+enum Status { kLeft = 0, kNoBus = 1, kWrongCall = 2 };
+
+struct Call {
+    DeviceOptions device;
+    double idleSeconds = 30;
+};
+
+Status complain(Status status, const std::string& what) {
+    std::cerr << kIntentsServiceProgram << ": " << what << "\n";
+    return status;
+}
+
+// Nil when the arguments are fine.
+std::optional<std::string> whatIsWrong(const Call& call) {
+    if (!(call.idleSeconds >= 0 && call.idleSeconds <= kMostIdleSeconds)) {
+        return "--idle-seconds takes 0 to 86400 seconds";
+    }
+    const auto settings = deviceSettings(call.device);
+    const auto* wrong = std::get_if<WrongCall>(&settings);
+    return wrong != nullptr ? std::optional(wrong->what) : std::nullopt;
+}
+
+// Until a stop is asked for or nothing came for the idle time.
+void serve(sdbus::IConnection& connection, EventWaiter& waiter, Seconds idleTime) {
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point lastWork = Clock::now();
+    for (;;) {
+        const bool hasWorked = connection.processPendingRequest();
+        if (hasWorked) {
+            lastWork = Clock::now();
+        }
+        const Seconds idleTimeLeft = idleTime - (Clock::now() - lastWork);
+        const auto poll = connection.getEventLoopPollData();
+        const Seconds pollTimeout = poll.getRelativeTimeout().value_or(std::chrono::hours(24));
+        // After a call only looks: a stop is heard between two calls, however many are waiting.
+        const Seconds timeout = hasWorked ? Seconds(0) : std::min(idleTimeLeft, pollTimeout);
+        const WakeUp wakeUp = waiter.wait(poll.fd, poll.events, timeout);
+        const bool isIdle = !hasWorked && wakeUp == WakeUp::timeout && Clock::now() - lastWork >= idleTime;
+        if (wakeUp == WakeUp::stop || isIdle) {
+            return;
+        }
+    }
+}
+
+// Every call that the bus sent to the name stands in the queue when the bus confirms that the name is free again; a
+// later one starts another process. So answering the queue loses none.
+void leave(sdbus::IConnection& connection) {
+    connection.releaseName(kIntentsServiceName);
+    while (connection.processPendingRequest()) {
+    }
+}
+
+Status run(const Call& call) {
+    EventWaiter waiter;
+    std::unique_ptr<sdbus::IConnection> connection;
+    try {
+        connection = sdbus::createSessionBusConnection();
+    } catch (const sdbus::Error& error) {
+        return complain(kNoBus, "there is no session bus to serve on: " + error.getMessage());
+    }
+    IntentsService service(*connection, call.device);
+    try {
+        connection->requestName(kIntentsServiceName);
+    } catch (const sdbus::Error& error) {
+        const bool isTaken = error.getName() == "org.freedesktop.DBus.Error.FileExists";
+        return complain(kNoBus, std::string("cannot own the name ") + kIntentsServiceName + ": " +
+                                    (isTaken ? "another program on this bus has it" : error.getMessage()));
+    }
+    try {
+        serve(*connection, waiter, Seconds(call.idleSeconds));
+        leave(*connection);
+    } catch (const sdbus::Error& error) {
+        return complain(kNoBus, "the session bus is gone: " + error.getMessage());
+    }
+    return kLeft;
+}
+
+}  // namespace
+
+int NSExtensionMain(int argc, char** argv) {
+    CLI::App app(kAbout, kIntentsServiceProgram);
+    app.set_version_flag("--version", LUNABROOK_VERSION);
+    Call call;
+    app.add_option("--idle-seconds", call.idleSeconds, "Leave when nobody called for so long (30)")->type_name("N");
+    addDeviceOptions(app, call.device);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            return app.exit(error);
+        }
+        const std::string text = error.what();
+        return complain(kWrongCall,
+                        text.substr(0, text.find('\n')) + " (`lunabrook-intents --help` shows the options)");
+    }
+    if (const auto wrong = whatIsWrong(call)) {
+        return complain(kWrongCall, *wrong);
+    }
+    return run(call);
+}
+
+}  // namespace lunabrook

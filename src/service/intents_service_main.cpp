@@ -1,0 +1,3 @@
+#include "service/extension_main.h"
+
+int main(int argc, char** argv) { return lunabrook::NSExtensionMain(argc, argv); }

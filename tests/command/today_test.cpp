@@ -1,0 +1,142 @@
+#include "command/today.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "command/demo_week.h"
+#include "command/page.h"
+#include "metrics/group_metrics.h"
+#include "platform/text/display_width.h"
+#include "support/test_device.h"
+
+namespace lunabrook {
+namespace {
+
+using test::TestDevice;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+TEST(DisplayWidth, CountsWideJoinedAndInvisibleCharacters) {
+    const struct {
+        const char* text;
+        int columns;
+    } rows[] = {{"", 0},
+                {"abc", 3},
+                {"睡眠", 4},
+                {"\u24C7 ★⭒", 4},
+                {"🥇", 2},
+                {"\U0001F486\u200D\u2642\uFE0F", 2},
+                {"\u2642\uFE0F", 2},
+                {"e\u0301", 1},
+                {"\xFF", 1},
+                {"9:41\u202FPM", 7}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(displayWidth(row.text), row.columns) << row.text;
+    }
+    EXPECT_EQ(textFittedTo("睡眠評価", 8), "睡眠評価");
+    EXPECT_EQ(textFittedTo("睡眠評価", 7), "睡眠評…");
+    EXPECT_EQ(textFittedTo("睡眠評価", 6), "睡眠…");
+    EXPECT_EQ(textFittedTo("abc", 1), "…");
+}
+
+TEST(Page, KeepsToItsColumnsWithoutBlanksAtTheEnd) {
+    Page page(false);
+    page.add({{"睡眠", 6}, {"x", 4, Ink::good}, {"", 5}, {"end"}});
+    page.add({{std::string(90, 'a')}, {"lost"}});
+    page.add({{"a", 10}, {""}});
+    EXPECT_EQ(page.text(), "睡眠  x        end\n" + std::string(79, 'a') + "…\na\n");
+}
+
+TEST(Today, ShowsTheWholeMorningInEnglish) {
+    TestDevice device;
+    device.store(demoWeek(device));
+    EXPECT_EQ(todayText(device, false),
+              "Sleep Rating          ███████████████████░   98%\n"
+              "  Sleep               ███████████████████░   98%  7h 35m\n"
+              "  REM                 ██████████████████░░   94%  1h 34m\n"
+              "  Deep                ████████████████████  104%  1h 18m\n"
+              "  bpm                 ████████████████████  104%  54\n"
+              "\n"
+              "Today's Readiness     ★★★⭒⭒ 3.98 Good\n"
+              "  HRV                 58 ms      6 above baseline\n"
+              "  bpm                 55 bpm     2 below baseline\n"
+              "\n"
+              "Sleep Fuel Rating     ★★★⭒⭒ 3.26 Plus\n"
+              "  HRV                 61 ms      4 above baseline\n"
+              "  bpm                 54 bpm     1 below baseline\n"
+              "\n"
+              "Sleep SpO2            96.2%      92% - 99%    ⑦ 95.8%  ⑦ 90% - 99%    0.4%↗\n"
+              "Respiration Rate      14.4 BrPM  12.1 - 17.6  ⑦ 14.8   ⑦ 11.9 - 18.2  0.4↘\n"
+              "Temperature           34.62°     Baseline 34.48°                      0.14°↗\n"
+              "\n"
+              "Sleep Bank            ███████████████████░   98%\n"
+              "  Tonight's Bedtime   9:51\u202FPM    Time until bed 13h 21m\n"
+              "  Wake time           6:48\u202FAM    22h 18m\n");
+}
+
+// Whatever the hour, the made-up week is the report day's; one of the days loses an hour.
+TEST(Today, ShowsTheMadeUpWeekAtAnyHour) {
+    constexpr std::int64_t kTimes[][3] = {{0, 4, 0},   {3, 30, 0}, {6, 47, 0},  {12, 0, 0},
+                                          {20, 59, 0}, {21, 0, 0}, {21, 0, 30}, {23, 59, 0}};
+    for (const char* zone : {"America/New_York", "Pacific/Kiritimati", "Asia/Kathmandu"}) {
+        for (const auto& [hour, minute, second] : kTimes) {
+            TestDevice device({.timeZone = zone});
+            device.setNow(*device->timeZone().dateFromComponents({2026, 3, 8, hour, minute, second}));
+            device.store(demoWeek(device));
+            EXPECT_THAT(todayText(device, false), Not(HasSubstr("No Data"))) << zone << " " << hour << ":" << minute;
+            EXPECT_TRUE(GroupMetrics(device).requestConsistencyDict()) << zone << " " << hour << ":" << minute;
+        }
+    }
+}
+
+TEST(Today, FitsAndLinesUpInAWideScript) {
+    TestDevice device({.locale = "ja_JP",
+                       .languages = {"ja"},
+                       .translations = {{"Sleep Rating", "睡眠評価"},
+                                        {"Today's Readiness", "今日のコンディションはいかがですか"},
+                                        {"Time until bed", "就寝までの時間"}}});
+    device.store(demoWeek(device));
+    const std::string page = todayText(device, false);
+    EXPECT_THAT(page, StartsWith("睡眠評価              █"));
+    EXPECT_THAT(page, HasSubstr("\n今日のコンディション… ★"));
+    std::istringstream lines(page);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(displayWidth(line), 80) << line;
+    }
+}
+
+TEST(Today, ColoursTintsAndChanges) {
+    TestDevice device;
+    Dictionary bank = *demoWeek(device).at("bankDict").dictionary();
+    const Dictionary signals{
+        {"key", "20260610"}, {"hrvAverage", 52}, {"hrvTodayVal", 40}, {"bpmAverage", 57}, {"bpmTodayVal", 55}};
+    bank.insert_or_assign("readyDict", signals);
+    device.store({{"bankDict", bank}});
+    const std::string page = todayText(device, true);
+    for (const char* inked : {"\x1b[31m12 below baseline\x1b[0m", "\x1b[32m2 below baseline\x1b[0m",
+                              "\x1b[33m0.4%↗\x1b[0m", "\x1b[36m0.4↘\x1b[0m"}) {
+        EXPECT_THAT(page, HasSubstr(inked));
+    }
+    EXPECT_THAT(todayText(device, false), Not(HasSubstr("\x1b")));
+}
+
+TEST(Today, SaysQuietlyWhatIsMissing) {
+    TestDevice device;
+    EXPECT_EQ(todayText(device, false),
+              "Sleep Rating          No Data\n\n"
+              "Today's Readiness     No Data\n\n"
+              "Sleep Fuel Rating     No Data\n\n"
+              "Sleep SpO2            No Data\n"
+              "Respiration Rate      No Data\n"
+              "Temperature           No Data\n\n"
+              "Sleep Bank            No Data\n");
+    // A bank without a usable wake time has a balance but no bedtime.
+    device.store({{"bankDict", Dictionary{{"20260610", 25200.0}}}});
+    EXPECT_THAT(todayText(device, false), HasSubstr("Tonight's Bedtime   No Data\n"));
+}
+
+}  // namespace
+}  // namespace lunabrook
