@@ -1,19 +1,11 @@
 #include "platform/time/time_zone.h"
 
-#include <absl/time/civil_time.h>
-#include <absl/time/time.h>
-
 #include <cmath>
-#include <map>
-#include <mutex>
+#include <filesystem>
 
-#include "platform/files/private/file_identity.h"
+#include "platform/time/private/zone_rules.h"
 
 namespace lunabrook {
-
-struct TimeZone::Rules {
-    absl::TimeZone zone;
-};
 
 namespace {
 
@@ -40,58 +32,28 @@ bool fieldsCanBeCarried(const DateComponents& components) {
     return true;
 }
 
-constexpr const char* kZoneData = "/usr/share/zoneinfo";
 constexpr const char* kSystemZone = "/etc/localtime";
-
-// Abseil keeps what it loaded by name as long as the process lives. A file that changed since is loaded under a
-// spelling of its path that was not used before: "/etc/localtime", then "/./etc/localtime", then "/././etc/localtime".
-std::string unusedSpelling(std::string name) {
-    struct Known {
-        std::optional<FileIdentity> identity;
-        int changes = 0;
-    };
-    static std::mutex mutex;
-    static std::map<std::string, Known> knownFiles;
-    const auto identity = identityOf(std::filesystem::path(kZoneData) / name);  // an absolute name stands for itself
-    const std::lock_guard lock(mutex);
-    Known& known = knownFiles.try_emplace(name, Known{identity}).first->second;
-    if (known.identity != identity) {
-        known = {identity, known.changes + 1};
-    }
-    const std::size_t start = name.starts_with('/') ? 1 : 0;
-    for (int change = 0; change < known.changes; ++change) {
-        name.insert(start, "./");
-    }
-    return name;
-}
 
 }  // namespace
 
-std::optional<TimeZone> TimeZone::named(std::string_view identifier) {
-    Rules rules;
-    // The loader takes an empty name for UTC; here it names nothing.
-    if (identifier.empty() || !absl::LoadTimeZone(unusedSpelling(std::string(identifier)), &rules.zone)) {
-        return std::nullopt;
+std::optional<TimeZone> TimeZone::named(std::string_view identifier, const std::filesystem::path& zoneData) {
+    if (identifier == "UTC") {
+        return utc();  // without zone data, too
     }
-    return TimeZone(std::make_shared<const Rules>(rules));
+    auto rules = ZoneRules::fromFile(zoneData / identifier);  // an absolute name stands for itself
+    return rules ? std::optional(TimeZone(std::make_shared<const ZoneRules>(*std::move(rules)))) : std::nullopt;
 }
 
-TimeZone TimeZone::system() {
-    Rules rules;
-    if (!absl::LoadTimeZone(unusedSpelling(kSystemZone), &rules.zone)) {
-        rules.zone = absl::UTCTimeZone();
-    }
-    return TimeZone(std::make_shared<const Rules>(rules));
-}
+TimeZone TimeZone::system() { return named(kSystemZone).value_or(utc()); }
 
-TimeZone TimeZone::utc() { return TimeZone(std::make_shared<const Rules>(Rules{absl::UTCTimeZone()})); }
+TimeZone TimeZone::utc() { return TimeZone(std::make_shared<const ZoneRules>()); }
 
 std::optional<DateComponents> TimeZone::componentsFromDate(Date date) const {
     const auto time = absoluteTime(date);
     if (!time) {
         return std::nullopt;
     }
-    const absl::CivilSecond wall = rules_->zone.At(*time).cs;
+    const absl::CivilSecond wall = rules_->at(*time).cs;
     return DateComponents{wall.year(), wall.month(), wall.day(), wall.hour(), wall.minute(), wall.second()};
 }
 
@@ -103,21 +65,21 @@ std::optional<Date> TimeZone::dateFromComponents(const DateComponents& component
                                  components.second);
     // Of a wall time's answers `pre` reads a gap as if the clocks had not jumped and an overlap as its first
     // occurrence.
-    const absl::Time time = rules_->zone.At(wall).pre;
+    const absl::Time time = rules_->at(wall).pre;
     const Date date = dateFromSecondsSince1970(static_cast<double>(absl::ToUnixSeconds(time)));
     return std::abs(secondsSince1970(date)) <= kFarthestSeconds ? std::optional(date) : std::nullopt;
 }
 
 int TimeZone::secondsFromUtc(Date date) const {
     const auto time = absoluteTime(date);
-    return time ? rules_->zone.At(*time).offset : 0;
+    return time ? rules_->at(*time).offset : 0;
 }
 
 bool TimeZone::isDaylightSavingTime(Date date) const {
     const auto time = absoluteTime(date);
-    return time && rules_->zone.At(*time).is_dst;
+    return time && rules_->at(*time).is_dst;
 }
 
-bool operator==(const TimeZone& left, const TimeZone& right) { return left.rules_->zone == right.rules_->zone; }
+bool operator==(const TimeZone& left, const TimeZone& right) { return *left.rules_ == *right.rules_; }
 
 }  // namespace lunabrook

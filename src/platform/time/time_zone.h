@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,10 +29,15 @@ struct DateComponents {
     friend bool operator==(const DateComponents&, const DateComponents&) = default;
 };
 
+class ZoneRules;
+
 class TimeZone {
 public:
-    // "Europe/Berlin", "UTC". Nil when the system's zone data have no such zone.
-    static std::optional<TimeZone> named(std::string_view identifier);
+    static constexpr const char* kZoneData = "/usr/share/zoneinfo";
+
+    // "Europe/Berlin", "UTC", or a file's absolute path. Nil when the folder of zone data has no such zone.
+    static std::optional<TimeZone> named(std::string_view identifier,
+                                         const std::filesystem::path& zoneData = kZoneData);
     // What /etc/localtime says; UTC when there is none.
     static TimeZone system();
     static TimeZone utc();
@@ -46,14 +52,13 @@ public:
     int secondsFromUtc(Date date) const;
     bool isDaylightSavingTime(Date date) const;
 
-    // The same data, unchanged between the two loadings.
+    // The same data, wherever they stood.
     friend bool operator==(const TimeZone& left, const TimeZone& right);
 
 private:
-    struct Rules;
-    explicit TimeZone(std::shared_ptr<const Rules> rules) : rules_(std::move(rules)) {}
+    explicit TimeZone(std::shared_ptr<const ZoneRules> rules) : rules_(std::move(rules)) {}
 
-    std::shared_ptr<const Rules> rules_;
+    std::shared_ptr<const ZoneRules> rules_;
 };
 
 }  // namespace lunabrook

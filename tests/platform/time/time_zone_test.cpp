@@ -17,10 +17,15 @@ std::string utc(std::optional<Date> date) {
     return date ? iso8601StringFromDate(*date, TimeZone::utc()).value() : "nil";
 }
 
-TEST(TimeZone, KnowsTheSystemsZonesAndNoOthers) {
-    for (const char* name : {"", "Europe/Bern", "../../../etc/passwd", "/etc/passwd"}) {
+TEST(TimeZone, KnowsTheZonesOfItsFolderAndNoOthers) {
+    for (const char* name : {"", "Europe", "Europe/Bern", "../../../etc/passwd", "/etc/passwd", "/dev/zero"}) {
         EXPECT_FALSE(TimeZone::named(name)) << name;
     }
+    const test::TemporaryFolder folder;
+    std::filesystem::copy_file("/usr/share/zoneinfo/Asia/Tokyo", folder.path() / "Home");
+    EXPECT_TRUE(TimeZone::named("Home", folder.path()));
+    EXPECT_FALSE(TimeZone::named("Europe/Berlin", folder.path()));
+    EXPECT_TRUE(TimeZone::named("UTC", folder.path()));
 }
 
 // Once a file that changed was never read again, since loaded zones are kept for the life of the process.
@@ -52,6 +57,9 @@ TEST(TimeZone, ReadsWallTimes) {
         {"overlap_first_occurrence", "Europe/Berlin", {2026, 10, 25, 2, 30, 0}, "2026-10-25T00:30:00Z"},
         {"hour_rolls_over", "UTC", {2026, 12, 31, 25, 0, 0}, "2027-01-01T01:00:00Z"},
         {"day_zero", "UTC", {2024, 3, 0, 3, 0, 0}, "2024-02-29T03:00:00Z"},
+        {"last_listed_summer", "Europe/Berlin", {2037, 7, 1, 12, 0, 0}, "2037-07-01T10:00:00Z"},
+        {"summer_by_the_rule", "Europe/Berlin", {2050, 7, 1, 12, 0, 0}, "2050-07-01T10:00:00Z"},
+        {"winter_by_the_rule", "Europe/Berlin", {2050, 12, 1, 12, 0, 0}, "2050-12-01T11:00:00Z"},
         {"abolished_summer_time", "America/Mexico_City", {2026, 7, 1, 12, 0, 0}, "2026-07-01T18:00:00Z"},
         {"absurd_hour", "UTC", {2026, 1, 1, std::numeric_limits<std::int64_t>::max(), 0, 0}, "nil"},
         {"far_year", "UTC", {900'000'000, 1, 1, 0, 0, 0}, "nil"},
@@ -66,6 +74,7 @@ TEST(TimeZone, GivesComponentsOfFiniteDatesOnly) {
     const Date beforeEpoch = dateFromSecondsSince1970(-0.5);
     EXPECT_EQ(berlin.componentsFromDate(beforeEpoch), (DateComponents{1970, 1, 1, 0, 59, 59}));
     EXPECT_TRUE(berlin.isDaylightSavingTime(test::date("2026-03-29T01:00:00Z")));
+    EXPECT_TRUE(berlin.isDaylightSavingTime(test::date("2050-07-01T00:00:00Z")));
     EXPECT_FALSE(berlin.isDaylightSavingTime(test::date("2026-03-29T00:59:59Z")));
     for (const double seconds : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
                                  -std::numeric_limits<double>::infinity(), 1e308, -1e15}) {
