@@ -2,6 +2,7 @@
 
 #include <absl/time/time.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -31,6 +32,15 @@ std::string offsetText(int seconds) {
     return text;
 }
 
+// The length of `shape` when the text starts with it, 0 standing for any digit; else 0.
+std::size_t skipShape(std::string_view text, std::string_view shape) {
+    const bool fits = text.size() >= shape.size() &&
+                      std::equal(shape.begin(), shape.end(), text.begin(), [](char wanted, char given) {
+                          return wanted == '0' ? given >= '0' && given <= '9' : given == wanted;
+                      });
+    return fits ? shape.size() : 0;
+}
+
 }  // namespace
 
 std::optional<std::string> iso8601StringFromDate(Date date, const TimeZone& timeZone) {
@@ -57,11 +67,27 @@ std::optional<std::string> iso8601MillisecondsFromDate(Date date) {
 }
 
 std::optional<Date> dateFromIso8601String(std::string_view text) {
+    constexpr std::string_view kMinutes = "0000-00-00T00:00";
+    if (skipShape(text, kMinutes) == 0) {
+        return std::nullopt;
+    }
+    const std::size_t seconds = skipShape(text.substr(kMinutes.size()), ":00");
+    const std::string_view clock = text.substr(0, kMinutes.size() + seconds);
+    std::string_view rest = text.substr(clock.size());
+    std::string_view fraction;
+    if (seconds > 0 && rest.starts_with('.')) {
+        fraction = rest.substr(0, rest.find_first_not_of("0123456789", 1));
+        rest.remove_prefix(fraction.size());
+    }
+    const bool isZone = rest == "Z" || ((rest.starts_with('+') || rest.starts_with('-')) &&
+                                        skipShape(rest.substr(1), "00:00") + 1 == rest.size());
+    if (!isZone || fraction.size() == 1) {
+        return std::nullopt;
+    }
     absl::Time time;
     std::string error;
-    // The parser also reads words for the infinite past and future; those are no moments.
-    if (!absl::ParseTime(absl::RFC3339_full, std::string(text), &time, &error) || time == absl::InfiniteFuture() ||
-        time == absl::InfinitePast()) {
+    const std::string whole = std::string(clock) + (seconds == 0 ? ":00" : "") + std::string(fraction);
+    if (!absl::ParseTime(absl::RFC3339_full, whole + std::string(rest), &time, &error)) {
         return std::nullopt;
     }
     return dateFromSecondsSince1970(absl::ToDoubleSeconds(time - absl::UnixEpoch()));

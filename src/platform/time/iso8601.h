@@ -17,7 +17,8 @@ std::optional<std::string> iso8601StringFromDate(Date date, const TimeZone& time
 // To the nearest millisecond, in UTC: "2024-06-10T19:05:00.250Z". Nil when the date is not finite.
 std::optional<std::string> iso8601MillisecondsFromDate(Date date);
 
-// Date, time and "Z" or an offset; fractions of a second allowed. Nil for anything else.
+// Date, time and "Z" or an offset, each field in full: "2026-06-10T08:30Z", "2026-06-10T08:30:00.25+02:00". Nil for
+// anything else, days and hours that do not exist among them.
 std::optional<Date> dateFromIso8601String(std::string_view text);
 
 }  // namespace lunabrook

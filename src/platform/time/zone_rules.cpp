@@ -92,9 +92,7 @@ std::optional<ZoneRules> ZoneRules::fromFile(const std::filesystem::path& file) 
     return rules;
 }
 
-absl::TimeZone ZoneRules::zone(bool isListed) const {
-    return isListed ? zone_ : zoneFromData(data_).value_or(zone_);
-}
+absl::TimeZone ZoneRules::zone(bool isListed) const { return isListed ? zone_ : zoneFromData(data_).value_or(zone_); }
 
 }  // namespace lunabrook
 

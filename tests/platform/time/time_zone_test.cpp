@@ -102,7 +102,11 @@ TEST(Iso8601, WritesOffsetAndMillisecondsAndReadsMomentsOnly) {
 
     EXPECT_EQ(dateFromIso8601String("1970-01-01T00:01:00.5Z"), dateFromSecondsSince1970(60.5));
     EXPECT_EQ(dateFromIso8601String("1970-01-01T02:01:00+02:00"), dateFromSecondsSince1970(60));
-    for (const char* text : {"", "2026-06-10", "2026-06-10T08:30:00", "2026-06-10T08:30:00Z tail", "infinite-future"}) {
+    EXPECT_EQ(dateFromIso8601String("1970-01-01T02:01+02:00"), dateFromSecondsSince1970(60));
+    for (const char* text :
+         {"", "2026-06-10", "2026-06-10T08:30:00", "2026-06-10T08:30:00Z tail", "infinite-future", "2026-6-1T8:3:0Z",
+          " 2026-06-10T08:30:00Z", "2026-06-10 08:30:00Z", "2026-06-10T08:30:00.Z", "2026-06-10T08:30.5Z",
+          "2026-06-10T08:30:00+2:00", "2026-06-10T08:30:00+02:00:00", "2026-02-30T08:30Z", "2026-06-10T25:30Z"}) {
         EXPECT_FALSE(dateFromIso8601String(text)) << text;
     }
 }

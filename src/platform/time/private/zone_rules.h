@@ -1,8 +1,8 @@
 // The rules of a time zone, made from the bytes of its file (TZif).
 //
 // Such a file lists its transitions up to 2037 and ends with the rule for the years after. The library writes that rule
-// out for four centuries when it loads a zone, which takes longer than everything else in a request; so the rule is left
-// out at first, and moments that it decides ask a second zone, loaded when the first of them comes.
+// out for four centuries when it loads a zone, which takes longer than everything else in a request; so the rule is
+// left out at first, and moments that it decides ask a second zone, loaded when the first of them comes.
 
 #pragma once
 
