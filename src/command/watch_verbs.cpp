@@ -7,6 +7,18 @@
 
 namespace lunabrook {
 
+namespace {
+
+std::string whyNotDelivered(const DirectoryWatchSession& session, const std::filesystem::path& inbox) {
+    if (const auto error = session.error()) {
+        return error->localizedDescription;
+    }
+    return session.isPaired() ? "its application is not installed (" + inbox.string() + " holds no application.plist)"
+                              : "none is paired (its inbox would be the folder " + inbox.string() + ")";
+}
+
+}  // namespace
+
 ExitStatus pushToWatch(const Device& device) {
     const std::filesystem::path inbox = device.preferences() / "watch";
     const Dictionary labels = displayLabels(morningOf(device));
@@ -19,15 +31,7 @@ ExitStatus pushToWatch(const Device& device) {
         std::cout << "Delivered to the watch: the labels of " << labels.size() << " metrics\n";
         return ExitStatus::answered;
     }
-    if (const auto error = session.updateError()) {
-        device.tellFault({.file = inbox, .what = "received nothing: " + error->localizedDescription});
-    } else if (!session.isPaired()) {
-        std::cout << "Nothing was delivered: no watch is paired (its inbox would be the folder " << inbox.string()
-                  << ")\n";
-    } else {
-        std::cout << "Nothing was delivered: the watch application is not installed (" << inbox.string()
-                  << " holds no application.plist)\n";
-    }
+    complain("nothing was delivered to the watch: " + whyNotDelivered(session, inbox));
     return ExitStatus::failed;
 }
 

@@ -2,6 +2,13 @@
 
 namespace lunabrook {
 
+WatchMetrics::~WatchMetrics() {
+    WCSession* session = connectivity_.isSupported() ? connectivity_.defaultSession() : nullptr;
+    if (session != nullptr && session->delegate() == this) {
+        session->setDelegate(nullptr);
+    }
+}
+
 void WatchMetrics::updateWatchContextWithDict(Dictionary dictionary) {
     {
         const std::lock_guard lock(mutex_);

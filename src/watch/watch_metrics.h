@@ -20,6 +20,10 @@ class WatchMetricsDelegate;
 class WatchMetrics : public WCSessionDelegate {
 public:
     explicit WatchMetrics(WatchConnectivity& connectivity) : connectivity_(connectivity) {}
+    // An activation that completes later finds nobody; the session outlives it.
+    ~WatchMetrics() override;
+    WatchMetrics(const WatchMetrics&) = delete;
+    WatchMetrics& operator=(const WatchMetrics&) = delete;
 
     // Replaces the dictionary (no merge) and activates the session; of several quick updates the last is delivered.
     void updateWatchContextWithDict(Dictionary dictionary);

@@ -18,8 +18,16 @@ DirectoryWatchSession::~DirectoryWatchSession() {
 }
 
 void DirectoryWatchSession::setDelegate(WCSessionDelegate* delegate) {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     delegate_ = delegate;
+    if (std::this_thread::get_id() != thread_.get_id()) {
+        changed_.wait(lock, [&] { return called_ == nullptr || called_ == delegate; });
+    }
+}
+
+WCSessionDelegate* DirectoryWatchSession::delegate() const {
+    const std::lock_guard lock(mutex_);
+    return delegate_;
 }
 
 void DirectoryWatchSession::activateSession() {
@@ -37,17 +45,18 @@ void DirectoryWatchSession::completeActivations() {
         if (pending_ == 0) {
             return;
         }
-        WCSessionDelegate* delegate = delegate_;
-        lock.unlock();  // the delegate calls back into the session
         std::error_code ignored;
         const bool isUsable = !std::filesystem::exists(inbox_, ignored) || isPaired();
-        if (delegate != nullptr && isUsable) {
-            delegate->session(*this, WCSessionActivationState::activated, std::nullopt);
-        } else if (delegate != nullptr) {
-            delegate->session(*this, WCSessionActivationState::notActivated,
-                              WCError{inbox_.string() + " is not a folder"});
+        error_ = isUsable ? std::nullopt : std::optional(WCError{inbox_.string() + " is not a folder"});
+        called_ = delegate_;
+        if (called_ != nullptr) {
+            const auto error = error_;
+            lock.unlock();  // the delegate calls back into the session
+            called_->session(
+                *this, isUsable ? WCSessionActivationState::activated : WCSessionActivationState::notActivated, error);
+            lock.lock();
+            called_ = nullptr;
         }
-        lock.lock();
         --pending_;
         changed_.notify_all();
     }
@@ -90,13 +99,13 @@ std::optional<WCError> DirectoryWatchSession::updateApplicationContext(const Dic
         ++delivered_;
     }
     const std::lock_guard lock(mutex_);
-    updateError_ = error;
+    error_ = error;
     return error;
 }
 
-std::optional<WCError> DirectoryWatchSession::updateError() const {
+std::optional<WCError> DirectoryWatchSession::error() const {
     const std::lock_guard lock(mutex_);
-    return updateError_;
+    return error_;
 }
 
 }  // namespace lunabrook

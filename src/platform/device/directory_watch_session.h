@@ -27,6 +27,7 @@ public:
     WCSession* defaultSession() override { return this; }
 
     void setDelegate(WCSessionDelegate* delegate) override;
+    WCSessionDelegate* delegate() const override;
     // An inbox that is no folder is an error of the activation.
     void activateSession() override;
     bool isPaired() const override;
@@ -36,8 +37,8 @@ public:
     // Until every activation has completed.
     void waitForActivations();
     int deliveredContexts() const { return delivered_; }
-    // Of the latest update; nil when it was delivered or none was tried.
-    std::optional<WCError> updateError() const;
+    // Of the latest activation or update; nil when that went well or there was none.
+    std::optional<WCError> error() const;
 
 private:
     void completeActivations();
@@ -47,9 +48,10 @@ private:
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     WCSessionDelegate* delegate_ = nullptr;
+    WCSessionDelegate* called_ = nullptr;  // the delegate that is being told of a completion
     int pending_ = 0;
     bool isEnding_ = false;
-    std::optional<WCError> updateError_;
+    std::optional<WCError> error_;
     std::atomic<int> delivered_ = 0;
     std::thread thread_;  // last: it uses everything above
 };

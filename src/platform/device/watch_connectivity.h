@@ -34,8 +34,10 @@ class WCSession {
 public:
     virtual ~WCSession() = default;
 
-    // Not owned; it must outlive every activation that it asked for.
+    // Not owned. Once another one, or none, is set, the former one is not called any more; a call that is under way on
+    // another thread has ended.
     virtual void setDelegate(WCSessionDelegate* delegate) = 0;
+    virtual WCSessionDelegate* delegate() const = 0;
     // Completes later, on another thread.
     virtual void activateSession() = 0;
 
