@@ -7,6 +7,7 @@
 #include "command/morning.h"
 #include "command/page.h"
 #include "command/verbs.h"
+#include "metrics/percent.h"
 #include "metrics/result_keys.h"
 #include "platform/device/terminal.h"
 #include "platform/text/display_width.h"
@@ -79,10 +80,8 @@ private:
         return {textFittedTo(text, kNameColumns - 1), kNameColumns, Ink::heading};
     }
 
-    Cell percent(double fraction) const {
-        constexpr double kPercent = 100;
-        const std::string text = localizedStringWithFormat(device_.locale(), "%4.0f%%", {fraction * kPercent});
-        return {text, 7};
+    Cell percent(float fraction) const {
+        return {localizedStringWithFormat(device_.locale(), "%4.0f%%", {percentOf(fraction)}), 7};
     }
 
     // False, and a quiet line, when the metric has no data.
@@ -97,7 +96,7 @@ private:
         if (addHeadingWithoutData("Sleep Rating", rings)) {
             return;
         }
-        const double rating = floatForKey(*rings, kSleepRating, 0);
+        const float rating = floatForKey(*rings, kSleepRating, 0);
         page_.add({heading(localized("Sleep Rating")), {bar(rating), kBarColumns + 1}, percent(rating)});
         const struct {
             std::string_view name, percent, label;
@@ -108,7 +107,7 @@ private:
             {"bpm", kRingBpmPercent, kRingBpmLabel},
         };
         for (const auto& row : rows) {
-            const double fill = floatForKey(*rings, row.percent, 0);
+            const float fill = floatForKey(*rings, row.percent, 0);
             const Ink ink = fill >= 1 ? Ink::good : Ink::plain;
             page_.add({name(row.name), {bar(fill), kBarColumns + 1, ink}, percent(fill), {label(*rings, row.label)}});
         }
@@ -175,7 +174,7 @@ private:
         if (addHeadingWithoutData("Sleep Bank", bank)) {
             return;
         }
-        const double fraction = floatForKey(*bank, kBankPercent, 0);
+        const float fraction = floatForKey(*bank, kBankPercent, 0);
         page_.add({heading(localized("Sleep Bank")), {bar(fraction), kBarColumns + 1}, percent(fraction)});
         if (!bank->contains(kLatestBedTime)) {
             page_.add({name("Tonight's Bedtime"), {localized("No Data"), 0, Ink::quiet}});

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "metrics/group_metrics.h"
+#include "metrics/percent.h"
 #include "metrics/sleep_goal.h"
 #include "metrics/store_keys.h"
 #include "platform/text/string_format.h"
@@ -97,9 +98,9 @@ std::string sentence(const Device& device, const std::string& headline, int clos
     const char* mark = closed == kRingCount ? "" : ".";  // that headline brings its own
     const std::string ratingName = device.localizedString("Sleep Rating");
     if (ratingName == "Sleep Rating") {
-        return stringWithFormat("%@%@ Today's sleep rating is %.0f%%.", {headline, mark, rating * 100.0F});
+        return stringWithFormat("%@%@ Today's sleep rating is %.0f%%.", {headline, mark, percentOf(rating)});
     }
-    return stringWithFormat("%@%@ %@: %.0f%%.", {headline, mark, ratingName, rating * 100.0F});
+    return stringWithFormat("%@%@ %@: %.0f%%.", {headline, mark, ratingName, percentOf(rating)});
 }
 
 std::string summary(const Device& device, const Rings& rings, bool hasStages, float rating) {
@@ -113,9 +114,9 @@ std::string summary(const Device& device, const Rings& rings, bool hasStages, fl
         device.locale(),
         R"({"%@%%":"%.0f", "%@%%":"%.0f", "%@%%": "%.0f", "%@%%":"%.0f", "%@":"%.2f", "%@":"%.2f", "%@": "%.2f", )"
         R"("%@":"%.0f", "%@":"%.0f"})",
-        {sleep, rings.sleepFill * 100.0F, quality, rings.qualityFill * 100.0F, deep, rings.deepFill * 100.0F, bpm,
-         rings.bpmFill * 100.0F, sleep, rings.sleepSeconds / 3600.0, quality, rings.qualitySeconds / 3600.0, deep,
-         rings.deepSeconds / 3600.0, bpm, rings.bpm, ratingName, rating * 100.0F});
+        {sleep, percentOf(rings.sleepFill), quality, percentOf(rings.qualityFill), deep, percentOf(rings.deepFill), bpm,
+         percentOf(rings.bpmFill), sleep, rings.sleepSeconds / 3600.0, quality, rings.qualitySeconds / 3600.0, deep,
+         rings.deepSeconds / 3600.0, bpm, rings.bpm, ratingName, percentOf(rating)});
 }
 
 std::string swiftKey(std::string_view key) { return "Swift-" + std::string(key); }

@@ -50,6 +50,19 @@ TEST(Page, KeepsToItsColumnsWithoutBlanksAtTheEnd) {
     EXPECT_EQ(page.text(), "睡眠  x        end\n" + std::string(79, 'a') + "…\na\n");
 }
 
+// Once the page multiplied in double and showed 85% where the sentence says 84%.
+TEST(Today, ShowsThePercentageThatTheSentenceSays) {
+    TestDevice device;
+    device.store(demoWeek(device));
+    device.store({{"watchTrackDict", Dictionary{{"rawSynchTime", device->now()},
+                                                {"rawSleepTime", 36000.0},
+                                                {"rawRingRating", "0.38|1|1"},
+                                                {"rawRingValues", "6000|4500|54"}}}});
+    EXPECT_EQ(*stringForKey(*GroupMetrics(device).requestQuality(), "siriLabel"),
+              "3 sleep rings closed. Today's sleep rating is 84%.");
+    EXPECT_THAT(todayText(device, false), StartsWith("Sleep Rating          ████████████████░░░░   84%\n"));
+}
+
 TEST(Today, ShowsTheWholeMorningInEnglish) {
     TestDevice device;
     device.store(demoWeek(device));
