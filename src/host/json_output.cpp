@@ -1,5 +1,6 @@
 #include "host/json_output.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "platform/time/iso8601.h"
@@ -9,10 +10,23 @@ namespace lunabrook {
 
 namespace {
 
+// A number of single precision has the fewest digits that name that single: 96.2, not 96.19999694824219.
+double shortest(double real) {
+    const float single = narrowed(real);
+    if (static_cast<double>(single) != real) {
+        return real;
+    }
+    constexpr std::size_t kLongest = 32;
+    char text[kLongest];
+    const auto written = std::to_chars(text, text + kLongest, single);
+    std::from_chars(text, written.ptr, real);
+    return real;
+}
+
 struct JsonMaker {
     Json operator()(bool truth) const { return truth; }
     Json operator()(std::int64_t number) const { return number; }
-    Json operator()(double real) const { return std::isfinite(real) ? Json(real) : Json(); }
+    Json operator()(double real) const { return std::isfinite(real) ? Json(shortest(real)) : Json(); }
     Json operator()(const std::string& text) const { return text; }
     Json operator()(Date date) const {
         const auto text = iso8601MillisecondsFromDate(date);

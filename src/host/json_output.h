@@ -1,7 +1,7 @@
 // Values as JSON for people and scripts.
 //
-// Dates are ISO 8601 in UTC to the millisecond; NaN, infinities and dates without a text are null; data is base64. Text
-// that is not UTF-8 is repaired.
+// Numbers of single precision are written as such. Dates are ISO 8601 in UTC to the millisecond; NaN, infinities and
+// dates without a text are null; data is base64. Text that is not UTF-8 is repaired.
 
 #pragma once
 
