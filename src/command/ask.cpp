@@ -76,7 +76,7 @@ void tellFailure(const Device& device, const IntentRoute& route) {
     std::cout.flush();
     for (const IntentDefinition& definition : intentDefinitions(device)) {
         if (definition.className == route.className) {
-            std::cerr << "lunabrook: " << definition.failureText << "\n";
+            std::cerr << "lunabrook: " << definition.failure.text << "\n";
         }
     }
 }
@@ -134,6 +134,9 @@ ExitStatus askLines(const Device& device, bool asJson, const std::function<void(
             status = std::max(status, ask(device, {text}, asJson));
             std::cout.flush();
             afterEach();
+        }
+        if (!std::cout) {
+            break;  // nobody hears the answers
         }
     }
     prompt("\n");

@@ -1,12 +1,16 @@
 #include "command/command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cerrno>
 #include <functional>
 #include <iostream>
+#include <system_error>
 
 #include "command/verbs.h"
 #include "host/device_option_flags.h"
 #include "host/fault_list.h"
+#include "platform/device/standard_output.h"
 #include "voice/near_names.h"
 
 namespace lunabrook {
@@ -22,8 +26,9 @@ constexpr const char* kAbout =
     "  lunabrook ask --json time-asleep           for scripts, with the copyable summary\n"
     "  lunabrook today                            the whole morning at a glance\n"
     "\n"
-    "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed, 2 a wrong call,\n"
-    "3 a fault in the store or a string table.\n";
+    "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed, nothing delivered to\n"
+    "the watch or output that cannot be written, 2 a wrong call, 3 a fault in the store or a string\n"
+    "table; of several, the gravest.\n";
 
 constexpr const char* kAskAbout =
     "Answers intents, one sentence a line, in order; each sees what the earlier ones wrote.\n"
@@ -104,9 +109,11 @@ void addVerbs(CLI::App& app, Call& call) {
         call.isQuestion = true;
         call.verb = showToday;
     });
-    app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")
-        ->fallthrough()
-        ->callback([&call] { call.verb = listIntents; });
+    CLI::App* intents =
+        app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")->fallthrough();
+    intents->add_flag("--json", call.asJson, "One JSON object a line, with all phrases, response codes and parameters");
+    intents->callback(
+        [&call] { call.verb = [&call](const Device& device) { return listIntents(device, call.asJson); }; });
     app.add_subcommand("demo", "Fills an empty preferences folder with a made-up week")
         ->fallthrough()
         ->callback([&call] { call.verb = makeDemo; });
@@ -131,17 +138,48 @@ std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 ExitStatus run(Call& call) {
-    auto settings = deviceSettings(call.device);
-    if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
+    auto found = findDevice(call.device);
+    if (const auto* wrong = std::get_if<WrongCall>(&found)) {
         return complain(wrong->what);
     }
-    auto& deviceSettings = std::get<Device::Settings>(settings);
-    deviceSettings.dropsWrites = call.isQuestion;
-    deviceSettings.faults = call.faults.listener();
-    const Device device(std::move(deviceSettings));
+    auto& [settings, notes] = std::get<FoundDevice>(found);
+    for (const std::string& note : notes) {
+        complain(note);
+    }
+    settings.dropsWrites = call.isQuestion;
+    settings.faults = call.faults.listener();
+    const Device device(std::move(settings));
     const ExitStatus status = call.verb(device);
     tellFaults(call);
-    return call.faults.empty() || status == ExitStatus::wrongCall ? status : ExitStatus::fault;
+    return call.faults.empty() ? status : ExitStatus::fault;
+}
+
+// Whether everything that was said reached standard output. A reader that went away is no news to anybody.
+ExitStatus finish(StandardOutput& output) {
+    const int error = output.finish();
+    if (error != 0 && error != EPIPE) {
+        std::cerr << "lunabrook: the output cannot be written: " << std::generic_category().message(error) << "\n";
+    }
+    return error != 0 ? ExitStatus::failed : ExitStatus::answered;
+}
+
+ExitStatus parseAndRun(int argc, char** argv) {
+    CLI::App app(kAbout, "lunabrook");
+    app.require_subcommand(1)->fallthrough();
+    app.set_version_flag("--version", LUNABROOK_VERSION);
+    Call call;
+    addDeviceOptions(app, call.device);
+    addVerbs(app, call);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            app.exit(error);
+            return ExitStatus::answered;
+        }
+        return complain(wrongCallText(app, error));
+    }
+    return run(call);
 }
 
 }  // namespace
@@ -153,21 +191,9 @@ ExitStatus complain(const std::string& what) {
 }
 
 int runCommand(int argc, char** argv) {
-    CLI::App app(kAbout, "lunabrook");
-    app.require_subcommand(1)->fallthrough();
-    app.set_version_flag("--version", LUNABROOK_VERSION);
-    Call call;
-    addDeviceOptions(app, call.device);
-    addVerbs(app, call);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            return app.exit(error);
-        }
-        return static_cast<int>(complain(wrongCallText(app, error)));
-    }
-    return static_cast<int>(run(call));
+    StandardOutput output;
+    const ExitStatus status = parseAndRun(argc, argv);
+    return static_cast<int>(std::max(status, finish(output)));
 }
 
 }  // namespace lunabrook

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "command/verbs.h"
+#include "host/json_output.h"
 #include "intents/intent_dispatch.h"
 #include "platform/text/display_width.h"
 #include "voice/intent_definitions.h"
@@ -18,9 +19,31 @@ Row rowOf(const IntentDefinition& definition) {
             definition.phrases.empty() ? "" : "\"" + definition.phrases.front() + "\""};
 }
 
+Json jsonOf(const IntentDefinition::Outcome& outcome) { return {{"code", outcome.code}, {"text", outcome.text}}; }
+
+ExitStatus listAsJson(const Device& device) {
+    constexpr int kOneLine = -1;
+    for (const IntentDefinition& definition : intentDefinitions(device)) {
+        std::cout << jsonText({{"name", intentRouteNamed(definition.className)->shortName},
+                               {"class", definition.className},
+                               {"title", definition.title},
+                               {"description", definition.description},
+                               {"category", definition.category},
+                               {"phrases", definition.phrases},
+                               {"success", jsonOf(definition.success)},
+                               {"failure", jsonOf(definition.failure)},
+                               {"parameters", definition.parameters}},
+                              kOneLine);
+    }
+    return ExitStatus::answered;
+}
+
 }  // namespace
 
-ExitStatus listIntents(const Device& device) {
+ExitStatus listIntents(const Device& device, bool asJson) {
+    if (asJson) {
+        return listAsJson(device);
+    }
     std::vector<Row> rows;
     Row::size_type constexpr kPhrase = 2;
     std::array<int, kPhrase> widths{};

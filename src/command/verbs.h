@@ -11,7 +11,7 @@
 namespace lunabrook {
 
 // 3 comes from the device's fault listener, whatever the verb returned.
-enum class ExitStatus { answered = 0, failed = 1, wrongCall = 2, fault = 3 };
+enum class ExitStatus { answered = 0, failed = 1, wrongCall = 2, fault = 3 };  // of several, the gravest
 
 // One sentence a line, or with `asJson` one object a line; in order, each intent seeing what the earlier ones wrote.
 // An intent is named or asked for by a phrase; nothing is answered when one is unclear.
@@ -27,8 +27,8 @@ ExitStatus showMetrics(const Device& device, const std::vector<std::string>& req
 // The morning at a glance, with colours on a terminal unless NO_COLOR is set.
 ExitStatus showToday(const Device& device);
 
-// Short name, title and a phrase of each intent.
-ExitStatus listIntents(const Device& device);
+// Short name, title and a phrase of each intent; with `asJson` one object a line with all that is defined.
+ExitStatus listIntents(const Device& device, bool asJson);
 
 // Fills an empty preferences folder; refuses when a store is there.
 ExitStatus makeDemo(const Device& device);
@@ -42,7 +42,7 @@ ExitStatus importStore(const Device& device, const std::string& file);
 // Sends the labels of the morning to the watch's inbox and says whether they were delivered; failed when they were not.
 ExitStatus pushToWatch(const Device& device);
 
-// Says on standard error what is wrong with the call.
+// Says one line on standard error, after what was said on standard output; a wrong call.
 ExitStatus complain(const std::string& what);
 
 }  // namespace lunabrook

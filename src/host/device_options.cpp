@@ -11,6 +11,8 @@ namespace lunabrook {
 
 namespace {
 
+using Notes = std::vector<std::string>;
+
 // Empty counts as unset, as everywhere in the system's environment.
 std::string environment(const char* name) {
     const char* value = std::getenv(name);
@@ -43,32 +45,24 @@ std::filesystem::path bundleFolder(const std::string& option) {
     return std::filesystem::exists(built, error) ? built : programs.parent_path() / "share/lunabrook";
 }
 
-struct Named {
-    std::string source;  // "--locale", "LC_ALL"
-    std::string value;
-};
-
-// "de_DE.UTF-8@euro" names the locale "de_DE"; "C" and "POSIX" mean American English.
-std::string withoutCodeset(const std::string& name) {
+// "sr_RS.UTF-8@latin" is "sr_Latn_RS", "de_DE@euro" is "de_DE"; "C" and "POSIX" mean American English.
+std::string localeIdentifier(const std::string& name) {
     const std::string locale = name.substr(0, name.find_first_of(".@"));
-    return locale == "C" || locale == "POSIX" ? "en_US" : locale;
-}
-
-Named localeName(const std::optional<std::string>& option) {
-    if (option) {
-        return {"--locale", *option};
+    if (locale == "C" || locale == "POSIX") {
+        return "en_US";
     }
-    for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        if (const std::string value = environment(variable); !value.empty()) {
-            return {variable, withoutCodeset(value)};
+    constexpr std::pair<std::string_view, std::string_view> kScripts[] = {
+        {"@latin", "_Latn"}, {"@cyrillic", "_Cyrl"}, {"@devanagari", "_Deva"}};
+    const std::size_t language = std::min(locale.find('_'), locale.size());
+    for (const auto& [modifier, script] : kScripts) {
+        if (name.ends_with(modifier)) {
+            return locale.substr(0, language).append(script).append(locale, language);
         }
     }
-    return {"the default", "en_US"};
+    return locale;
 }
 
-std::string languageTag(const std::string& locale) {
-    return stringByReplacing(locale.substr(0, locale.find_first_of(".@")), "_", "-");
-}
+std::string languageTag(const std::string& name) { return stringByReplacing(localeIdentifier(name), "_", "-"); }
 
 std::vector<std::string> languagesOfList(const std::string& list, char separator) {
     std::vector<std::string> languages;
@@ -91,19 +85,61 @@ std::vector<std::string> preferredLanguages(const std::string& option, const std
     return languages;
 }
 
-std::variant<TimeZone, WrongCall> timeZone(const std::optional<std::string>& option) {
-    std::string name = option.value_or(environment("TZ"));
-    if (!option && name.empty()) {
+std::string namesNothing(std::string_view source, std::string_view kind, std::string_view value) {
+    return std::string(source) + " names no " + std::string(kind) + ": \"" + std::string(value) + "\"; ";
+}
+
+struct FoundLocale {
+    std::string name;  // as it was said, for the languages
+    Locale locale;
+};
+
+std::variant<FoundLocale, WrongCall> findLocale(const std::optional<std::string>& option, Notes& notes) {
+    if (option) {
+        if (auto locale = Locale::named(*option)) {
+            return FoundLocale{*option, *std::move(locale)};
+        }
+        return WrongCall{namesNothing("--locale", "known locale", *option) + "say one like en_US or de_DE"};
+    }
+    const Locale english = Locale::named("en_US").value();
+    for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+        const std::string name = environment(variable);
+        if (name.empty()) {
+            continue;
+        }
+        const std::string identifier = localeIdentifier(name);
+        for (const std::string& candidate : {identifier, identifier.substr(0, identifier.find('_'))}) {
+            if (auto locale = Locale::named(candidate)) {
+                return FoundLocale{name, *std::move(locale)};
+            }
+        }
+        notes.push_back(namesNothing(variable, "known locale", name) + "formats are American English");
+        return FoundLocale{name, english};
+    }
+    return FoundLocale{"en_US", english};
+}
+
+std::variant<TimeZone, WrongCall> findTimeZone(const std::optional<std::string>& option, Notes& notes) {
+    const std::string folder = environment("TZDIR");
+    const auto named = [&folder](const std::string& name) {
+        return TimeZone::named(name, folder.empty() ? TimeZone::kZoneData : folder.c_str());
+    };
+    if (option) {
+        if (auto zone = named(*option)) {
+            return *std::move(zone);
+        }
+        return WrongCall{namesNothing("--time-zone", "zone of this system", *option) +
+                         "say one like Europe/Berlin or America/New_York"};
+    }
+    const std::string name = environment("TZ");
+    if (name.empty()) {
         return TimeZone::system();
     }
-    if (!option && name.starts_with(':')) {
-        name.erase(0, 1);
-    }
-    if (auto zone = TimeZone::named(name)) {
+    if (auto zone = named(name.substr(name.starts_with(':') ? 1 : 0))) {
         return *std::move(zone);
     }
-    return WrongCall{(option ? "--time-zone" : "TZ") + std::string(" names no zone of this system: \"") + name +
-                     "\"; say one like Europe/Berlin or America/New_York"};
+    notes.push_back(namesNothing("TZ", "zone of this system", name) + "the system's own zone is used");
+    return TimeZone::system();
 }
 
 std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::string>& now) {
@@ -120,12 +156,13 @@ std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::
 
 }  // namespace
 
-std::variant<Device::Settings, WrongCall> deviceSettings(const DeviceOptions& options) {
+std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options) {
+    Notes notes;
     auto clock = clockOf(options.now);
     if (auto* wrong = std::get_if<WrongCall>(&clock)) {
         return std::move(*wrong);
     }
-    auto zone = timeZone(options.timeZone);
+    auto zone = findTimeZone(options.timeZone, notes);
     if (auto* wrong = std::get_if<WrongCall>(&zone)) {
         return std::move(*wrong);
     }
@@ -133,19 +170,18 @@ std::variant<Device::Settings, WrongCall> deviceSettings(const DeviceOptions& op
     if (preferences.empty()) {
         return WrongCall{"there is no HOME to keep the store in; name a folder with --preferences"};
     }
-    const Named name = localeName(options.locale);
-    auto locale = Locale::named(name.value);
-    if (!locale) {
-        return WrongCall{name.source + " names no known locale: \"" + name.value + "\"; say one like en_US or de_DE"};
+    auto locale = findLocale(options.locale, notes);
+    if (auto* wrong = std::get_if<WrongCall>(&locale)) {
+        return std::move(*wrong);
     }
-    return Device::Settings{
-        .clock = std::get<std::function<Date()>>(std::move(clock)),
-        .timeZone = std::get<TimeZone>(std::move(zone)),
-        .locale = *std::move(locale),
-        .preferredLanguages = preferredLanguages(options.languages, name.value),
-        .bundle = bundleFolder(options.bundle),
-        .preferences = std::move(preferences),
-    };
+    auto& found = std::get<FoundLocale>(locale);
+    return FoundDevice{.settings = {.clock = std::get<std::function<Date()>>(std::move(clock)),
+                                    .timeZone = std::get<TimeZone>(std::move(zone)),
+                                    .locale = std::move(found.locale),
+                                    .preferredLanguages = preferredLanguages(options.languages, found.name),
+                                    .bundle = bundleFolder(options.bundle),
+                                    .preferences = std::move(preferences)},
+                       .notes = std::move(notes)};
 }
 
 }  // namespace lunabrook

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "platform/device/device.h"
 
@@ -22,12 +23,17 @@ struct DeviceOptions {
     std::string bundle;                   // empty: beside the executable
 };
 
-// Why the options or the environment are wrong, and what would be right; one sentence.
+// Why an option is wrong, and what would be right; one sentence.
 struct WrongCall {
     std::string what;
 };
 
-// The settings without a fault listener.
-std::variant<Device::Settings, WrongCall> deviceSettings(const DeviceOptions& options);
+// What the options and the environment come to. An option that does not hold is a wrong call; what the environment says
+// and does not hold falls back, since it may have been set for other programs.
+struct FoundDevice {
+    Device::Settings settings;       // without a fault listener
+    std::vector<std::string> notes;  // a sentence for each thing that fell back: TZ, the locale
+};
+std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options);
 
 }  // namespace lunabrook

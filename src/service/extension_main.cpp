@@ -39,14 +39,19 @@ Status complain(Status status, const std::string& what) {
     return status;
 }
 
-// Nil when the arguments are fine.
+// Nil when the arguments are fine; what of the environment falls back is told.
 std::optional<std::string> whatIsWrong(const Call& call) {
     if (!(call.idleSeconds >= 0 && call.idleSeconds <= kMostIdleSeconds)) {
         return "--idle-seconds takes 0 to 86400 seconds";
     }
-    const auto settings = deviceSettings(call.device);
-    const auto* wrong = std::get_if<WrongCall>(&settings);
-    return wrong != nullptr ? std::optional(wrong->what) : std::nullopt;
+    const auto found = findDevice(call.device);
+    if (const auto* wrong = std::get_if<WrongCall>(&found)) {
+        return wrong->what;
+    }
+    for (const std::string& note : std::get<FoundDevice>(found).notes) {
+        complain(kLeft, note);
+    }
+    return std::nullopt;
 }
 
 // Until a stop is asked for or nothing came for the idle time.

@@ -27,6 +27,16 @@ std::string busText(const std::string& text) {
     return stringByReplacing(repaired, std::string_view("\0", 1), "\uFFFD");
 }
 
+std::vector<std::string> busTexts(const std::vector<std::string>& texts) {
+    std::vector<std::string> fit;
+    std::transform(texts.begin(), texts.end(), std::back_inserter(fit), busText);
+    return fit;
+}
+
+sdbus::Struct<int, std::string> busOutcome(const IntentDefinition::Outcome& outcome) {
+    return {outcome.code, busText(outcome.text)};
+}
+
 // What a caller said, short enough for a message: whole characters, "..." for the rest.
 std::string quotedShort(std::string_view said) {
     constexpr std::size_t kMostBytes = 60;
@@ -67,12 +77,12 @@ IntentsService::IntentsService(sdbus::IConnection& connection, DeviceOptions opt
 IntentsService::~IntentsService() { unregisterAdaptor(); }
 
 const Device& IntentsService::deviceNow() {
-    auto settings = deviceSettings(options_);
-    if (const auto* wrong = std::get_if<WrongCall>(&settings)) {
+    auto found = findDevice(options_);
+    if (const auto* wrong = std::get_if<WrongCall>(&found)) {
         throw sdbus::Error(kFailed, busText(wrong->what));
     }
-    auto& now = std::get<Device::Settings>(settings);
-    if (!device_ || device_->timeZone() != now.timeZone) {
+    auto& now = std::get<FoundDevice>(found).settings;
+    if (!device_ || device_->timeZone() != now.timeZone || !device_->bundle().isCurrent()) {
         now.faults = faults_.listener();
         device_ = std::make_unique<Device>(std::move(now));
     }
@@ -86,6 +96,9 @@ auto IntentsService::answerOnDevice(Answer answer) {
         faults_ = {};
         auto reply = answer(deviceNow());
         faults_.tell(kIntentsServiceProgram);
+        if (!faults_.empty()) {
+            device_.reset();  // what is damaged is looked at, and told, again by the next call
+        }
         return reply;
     } catch (const sdbus::Error&) {
         throw;
@@ -119,13 +132,27 @@ std::string IntentsService::Recognize(const std::string& phrase) {
     return recognition.className;
 }
 
+std::map<std::string, sdbus::Variant> IntentsService::Describe(const std::string& intentClass) {
+    const IntentRoute& route = routeOfClass(intentClass);
+    return answerOnDevice([&route](const Device& device) {
+        std::map<std::string, sdbus::Variant> fields;
+        for (const IntentDefinition& definition : intentDefinitions(device)) {
+            if (definition.className == route.className) {
+                fields = {{"title", busText(definition.title)},        {"description", busText(definition.description)},
+                          {"category", busText(definition.category)},  {"phrases", busTexts(definition.phrases)},
+                          {"success", busOutcome(definition.success)}, {"failure", busOutcome(definition.failure)},
+                          {"parameters", definition.parameters}};
+            }
+        }
+        return fields;
+    });
+}
+
 std::vector<IntentsService::DefinedIntent> IntentsService::Intents() {
     return answerOnDevice([](const Device& device) {
         std::vector<DefinedIntent> intents;
         for (const IntentDefinition& definition : intentDefinitions(device)) {
-            std::vector<std::string> phrases;
-            std::transform(definition.phrases.begin(), definition.phrases.end(), std::back_inserter(phrases), busText);
-            intents.emplace_back(busText(definition.className), busText(definition.title), std::move(phrases));
+            intents.emplace_back(definition.className, busText(definition.title), busTexts(definition.phrases));
         }
         return intents;
     });

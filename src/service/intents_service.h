@@ -4,8 +4,8 @@
 //   -> a{sv} 3 "code" x 4 "dictionary" s "{...}" "response" s "..."
 //
 // Each call makes its own principal class and sees the store, the zone and the clock as they are now. The device is
-// kept while the zone stays the same, so that an unchanged store is not read again however many days it holds. What a
-// call finds wrong with the store is told on standard error.
+// kept while the zone and the texts stay the same, so that an unchanged store is not read again however many days it
+// holds. What a call finds wrong with the store or the texts is told on standard error, by every call that meets it.
 
 #pragma once
 
@@ -37,6 +37,7 @@ private:
 
     std::map<std::string, sdbus::Variant> Handle(const std::string& intentClass) override;
     std::string Recognize(const std::string& phrase) override;
+    std::map<std::string, sdbus::Variant> Describe(const std::string& intentClass) override;
     std::vector<DefinedIntent> Intents() override;
 
     const Device& deviceNow();

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
+#include <string_view>
 #include <variant>
 
 #include "intents/intent_dispatch.h"
@@ -24,6 +26,8 @@ struct Damage {
     std::string what;
 };
 
+IntentDefinition::Outcome outcomeFromJson(const json& entry) { return {entry.at("code"), entry.at("text")}; }
+
 IntentDefinition definitionFromJson(const json& entry) {
     return {
         .className = entry.at("class"),
@@ -31,9 +35,9 @@ IntentDefinition definitionFromJson(const json& entry) {
         .description = entry.at("description"),
         .category = entry.at("category"),
         .phrases = entry.at("phrases"),
-        .successTemplate = entry.at("success"),
-        .failureText = entry.at("failure"),
-        .responseParameters = entry.at("parameters"),
+        .success = outcomeFromJson(entry.at("success")),
+        .failure = outcomeFromJson(entry.at("failure")),
+        .parameters = entry.at("parameters"),
     };
 }
 
@@ -44,12 +48,19 @@ std::variant<IntentVocabulary, Damage> vocabularyFromJson(const json& root) {
         .contractions = root.at("contractions"),
         .intents = {},
     };
+    std::set<std::string_view> missing;
+    for (const IntentRoute& route : intentRoutes()) {
+        missing.insert(route.className);
+    }
     for (const json& entry : root.at("intents").get<json::array_t>()) {
         vocabulary.intents.push_back(definitionFromJson(entry));
         const std::string& name = vocabulary.intents.back().className;
-        if (const IntentRoute* route = intentRouteNamed(name); route == nullptr || route->className != name) {
-            return Damage{0, "defines \"" + name + "\", which is no intent"};
+        if (missing.erase(name) == 0) {
+            return Damage{0, "defines \"" + name + "\", which is no intent or defined already"};
         }
+    }
+    if (!missing.empty()) {
+        return Damage{0, "does not define \"" + std::string(*missing.begin()) + "\""};
     }
     return vocabulary;
 }
@@ -100,7 +111,7 @@ IntentVocabulary translatedVocabulary(const Device& device, IntentVocabulary eng
     for (IntentDefinition& intent : english.intents) {
         translate(intent.title);
         translate(intent.description);
-        translate(intent.failureText);
+        translate(intent.failure.text);
         std::for_each(intent.phrases.begin(), intent.phrases.end(), translate);
     }
     return english;

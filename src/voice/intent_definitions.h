@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,14 +12,19 @@
 namespace lunabrook {
 
 struct IntentDefinition {
-    std::string className;                        // "ReadinessIntent"; always one of the nine
-    std::string title;                            // "Readiness"
-    std::string description;                      // one sentence
-    std::string category;                         // "information" or "set"; not translated
-    std::vector<std::string> phrases;             // what a person says for it; the first one is the best known
-    std::string successTemplate;                  // "${response}"
-    std::string failureText;                      // spoken with response code 5
-    std::vector<std::string> responseParameters;  // "response", "dictionary"
+    struct Outcome {
+        int code = 0;
+        std::string text;
+    };
+
+    std::string className;                          // "ReadinessIntent"; always one of the nine
+    std::string title;                              // "Readiness"
+    std::string description;                        // one sentence
+    std::string category;                           // "information" or "set"; not translated
+    std::vector<std::string> phrases;               // what a person says for it; the first one is the best known
+    Outcome success;                                // "${response}": what the response itself says
+    Outcome failure;                                // a sentence of its own
+    std::map<std::string, std::string> parameters;  // of the response: "dictionary" -> "string"
 };
 
 // What people say in one language.
@@ -29,8 +35,8 @@ struct IntentVocabulary {
     std::vector<IntentDefinition> intents;
 };
 
-// In the resource's own language, English. Empty, with a fault told, when the resource is missing or damaged: one wrong
-// definition damages the whole.
+// In the resource's own language, English; all nine. Empty, with a fault told, when the resource is missing or damaged:
+// one definition that is wrong or left out damages the whole.
 IntentVocabulary englishVocabulary(const Device& device);
 
 // In the device's language.

@@ -91,6 +91,7 @@ TEST_F(Command, QuestionsLeaveTheStoreAsItIs) {
     const json results = json::parse(run("metrics requestSleepBank requestQuality").output);
     EXPECT_EQ(results.size(), 2U);
     EXPECT_EQ(results["requestSleepBank"]["wakeTime"], "2026-06-10T04:48:00.000Z");
+    EXPECT_EQ(results["requestSleepBank"]["bankPercent"].dump(), "0.9811828");  // single precision
     EXPECT_EQ(run("today").status, 0);
     EXPECT_EQ(readFile(storeFile()), store);
     EXPECT_EQ(run("ask latest-bedtime").status, 0);
@@ -121,6 +122,27 @@ TEST_F(Command, DamagedStoreIsToldAfterTheAnswerAndStaysAsItIs) {
     EXPECT_EQ(writing.output, "Good Night\n");
     EXPECT_THAT(writing.error, HasSubstr("nothing was written"));
     EXPECT_EQ(readFile(storeFile()), "damaged");
+    EXPECT_EQ(run("ask", kPinned, "printf 'readiness\\nlights on\\n' |").status, 3);
+}
+
+// Once a full disk or a reader that went away ended in 0.
+TEST_F(Command, OutputThatCannotBeWrittenIsAFailure) {
+    run("demo");
+    writeFile(inFolder("preferences/watch/application.plist"), "");
+    const std::string pipe = "'" + inFolder("pipe") + "'";
+    const std::string pipeWithoutReader =
+        "rm -f " + pipe + "; mkfifo " + pipe + "; exec 4<>" + pipe + " 5>" + pipe + " 4>&-; ";
+    const std::string twice = "printf 'lights-off\\nreadiness\\n' |";
+    for (const std::string verb : {"ask readiness", "ask --json readiness", "ask", "metrics", "today", "intents",
+                                   "store show", "watch push", "--help", "--version"}) {
+        const Outcome full = run(verb + " >/dev/full", kPinned, twice);
+        EXPECT_EQ(full.status, 1) << verb;
+        EXPECT_EQ(full.error, "lunabrook: the output cannot be written: No space left on device\n") << verb;
+        EXPECT_EQ(run(verb + " >&-", kPinned, twice).status, 1) << verb;
+        const Outcome hungUp = run(verb + " >&5", kPinned, pipeWithoutReader + twice);
+        EXPECT_EQ(hungUp.status, 1) << verb;
+        EXPECT_EQ(hungUp.error, "") << verb;
+    }
 }
 
 TEST_F(Command, FullDiskKeepsTheStoreAndTheAnswer) {
@@ -151,6 +173,7 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"metrics requestSp02", "did you mean requestSpO2"},
         {"--now rubbish ask readiness", "2026-06-10T08:30:00+02:00"},
         {"--now 2026-06-10T08:30:00 ask readiness", "with a zone"},
+        {"--now 2026-6-1T8:3:0Z ask readiness", "--now is no moment"},
         {"--time-zone Europe/Bern ask readiness", "Europe/Berlin"},
         {"--locale xx_YY ask readiness", "de_DE"},
         {"", "--help"},
@@ -182,6 +205,37 @@ TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
     EXPECT_TRUE(std::filesystem::exists(folder_.path() / "lunabrook/group.kestrovan.Lunabrook.plist"));
 }
 
+// It may have been set for other programs: what does not hold falls back, with a line for each.
+TEST_F(Command, FallsBackWhereTheEnvironmentDoesNotHold) {
+    const std::filesystem::path zones = folder_.path() / "zones";
+    std::filesystem::create_directories(zones);
+    std::filesystem::copy_file("/usr/share/zoneinfo/Asia/Tokyo", zones / "Home");
+    const std::string zoneData = "TZDIR='" + zones.string() + "' LC_ALL=C TZ=";
+    const struct {
+        std::string environment;
+        const char* result;
+        const char* error;
+    } rows[] = {
+        {"TZ=UTC LC_ALL=wa_BE.UTF-8", "\"latestBedTime\": \"9:51\u202FPM\"",
+         "lunabrook: LC_ALL names no known locale: \"wa_BE.UTF-8\"; formats are American English\n"},
+        {"TZ=UTC LC_ALL=de_XY", "\"latestBedTime\": \"21:51\"", ""},
+        {"TZ=UTC LC_ALL=sr_RS.UTF-8@latin", "\"timeUntilBedLabel\": \"13 \u010D i 21 m\"", ""},
+        {zoneData + "Home", "\"wakeTime\": \"2026-06-09T21:48:00.000Z\"", ""},
+        {zoneData + "EST5EDT,M3.2.0,M11.1.0", "requestSleepBank",
+         "lunabrook: TZ names no zone of this system: \"EST5EDT,M3.2.0,M11.1.0\"; the system's own zone is used\n"},
+    };
+    for (const auto& row : rows) {
+        const std::string program = "env -u LANGUAGE " + row.environment + " '" LUNABROOK_PROGRAM "' --preferences '" +
+                                    inFolder("fallback") + "' --now 2026-06-10T08:30Z ";
+        const Ended bank = shell(program + "demo >/dev/null 2>&1; " + program + "metrics requestSleepBank 2>'" +
+                                 inFolder("error") + "'");
+        EXPECT_EQ(bank.status, 0) << row.environment;
+        EXPECT_THAT(bank.output, HasSubstr(row.result)) << row.environment;
+        EXPECT_EQ(readFile(inFolder("error")), row.error) << row.environment;
+        std::filesystem::remove_all(inFolder("fallback"));
+    }
+}
+
 TEST_F(Command, AnswersEachLineOfItsInput) {
     run("demo");
     const Outcome lines = run("ask", kPinned, "printf 'readiness\\r\\n\\nlights on\\n  How well did I sleep?' |");
@@ -207,7 +261,7 @@ TEST_F(Command, AnswersNamesWithoutTheDefinitions) {
     writeFile(inFolder("bundle/Intents.json"), "{\n[");
     EXPECT_EQ(run("ask readiness", device).status, 0);
     const Outcome phrase = run("ask 'Lights off'", device);
-    EXPECT_EQ(phrase.status, 2);
+    EXPECT_EQ(phrase.status, 3);  // the gravest: an unclear phrase, for want of definitions
     EXPECT_THAT(phrase.error, HasSubstr("Intents.json:2: is not JSON"));
     const Outcome list = run("intents", device);
     EXPECT_EQ(list.status, 3);
@@ -220,6 +274,11 @@ TEST_F(Command, ListsTheIntentsInTheDevicesLanguage) {
     writeFile(inFolder("bundle/ja.lproj/Intents.strings"), "\"Readiness\" = \"\u6E96\u5099\";");
     const Outcome list = run("intents", kPinned + (" --language ja --bundle '" + inFolder("bundle") + "' "));
     EXPECT_EQ(std::count(list.output.begin(), list.output.end(), '\n'), 9);
+    const std::string objects = run("intents --json").output;
+    const json first = json::parse(objects.substr(0, objects.find('\n')));
+    EXPECT_EQ(first["class"], "LightsOffIntent");
+    EXPECT_EQ(first["failure"], json({{"code", 5}, {"text", "The moment you went to bed could not be recorded."}}));
+    EXPECT_EQ(first["parameters"], json({{"response", "string"}}));
     EXPECT_THAT(list.output, HasSubstr("readiness          \u6E96\u5099               \"How ready am I today?\"\n"));
     EXPECT_THAT(list.output, HasSubstr("wrist-temperature  Wrist Temperature  \"What is my wrist temperature?\"\n"));
 }

@@ -152,6 +152,9 @@ TEST_F(IntentsServiceTest, ListsTheNineAndAnswersThemFromOneProcess) {
         processes.insert(bus_.process());
     }
     EXPECT_THAT(processes, SizeIs(1));
+    const auto parameters =
+        client.Describe("LightsOffIntent").at("parameters").get<std::map<std::string, std::string>>();
+    EXPECT_THAT(parameters, testing::ElementsAre(testing::Pair("response", "string")));
     EXPECT_EQ(client.responseOf("LightsOffIntent"), "Good Night");
     EXPECT_EQ(client.responseOf("SleepRingsIntent"), "2 sleep rings closed. Today's sleep rating is 98%.");
     EXPECT_THAT(client.Handle("SleepRingsIntent").at("dictionary").get<std::string>(),
@@ -247,6 +250,24 @@ TEST_F(IntentsServiceTest, SeesStoreAndZoneAsTheyAreNow) {
     writeFile(std::filesystem::path(preferences()) / "group.kestrovan.Lunabrook.plist", "rubbish");
     EXPECT_EQ(client.responseOf("LatestBedtimeIntent"), "No Data");
     EXPECT_EQ(bus_.process(), process);
+}
+
+TEST_F(IntentsServiceTest, TellsAFaultOnEveryCallAndSeesACorrectedTable) {
+    const std::filesystem::path table = folder_.path() / "bundle/en.lproj/Localizable.strings";
+    const std::string errors = folder_.path() / "errors";
+    install(std::string(kBerlin) + " --bundle " + (folder_.path() / "bundle").string(),
+            "/bin/sh -c 'exec \"$@\" 2>" + errors + "' sh ");
+    Client client;
+    writeFile(table, "\"Good Night\" \"x\";");
+    EXPECT_EQ(client.responseOf("LightsOffIntent"), "Good Night");
+    EXPECT_EQ(client.responseOf("LightsOffIntent"), "Good Night");
+    const std::string told = test::readFile(errors);
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 2) << told;
+    for (const std::string text : {"Sleep well", "Sleep tight, all of you"}) {
+        writeFile(table, "\"Good Night\" = \"" + text + "\";");
+        EXPECT_EQ(client.responseOf("LightsOffIntent"), text);
+    }
+    EXPECT_EQ(test::readFile(errors), told);
 }
 
 TEST_F(IntentsServiceTest, SaysWhyItCannotServe) {

@@ -42,9 +42,10 @@ TEST(Phrases, FindTheirOwnIntentAndStandWithItsTextsInTheEnglishTable) {
     for (const IntentDefinition& intent : vocabulary.intents) {
         EXPECT_TRUE(classes.insert(intent.className).second) << intent.className;
         EXPECT_TRUE(intent.phrases.size() >= 4 && intent.phrases.size() <= 6) << intent.className;
-        EXPECT_EQ(intent.successTemplate, "${response}");
-        EXPECT_THAT(intent.responseParameters, SizeIs(intent.className == "LightsOffIntent" ? 1 : 2));
-        std::vector<std::string> all = {intent.title, intent.description, intent.failureText};
+        EXPECT_EQ(intent.success.text, "${response}");
+        EXPECT_EQ(std::pair(intent.success.code, intent.failure.code), std::pair(4, 5));
+        EXPECT_THAT(intent.parameters, SizeIs(intent.className == "LightsOffIntent" ? 1 : 2));
+        std::vector<std::string> all = {intent.title, intent.description, intent.failure.text};
         for (const std::string& phrase : intent.phrases) {
             EXPECT_EQ(english.found(phrase), intent.className) << phrase;
             all.push_back(phrase);
@@ -167,6 +168,8 @@ TEST(Phrases, OfADamagedResourceAreAFaultAndUnclear) {
         {stringByReplacing(whole, "\"Lights off\"", "7"), 0, "wrong type"},
         {stringByReplacing(whole, "\"title\": \"Readiness\",", ""), 0, "left out"},
         {stringByReplacing(whole, "\"ReadinessIntent\"", "\"readiness\""), 0, "which is no intent"},
+        {stringByReplacing(whole, "\"ReadinessIntent\"", "\"SleepFuelIntent\""), 0, "defined already"},
+        {R"({"filler": "", "contractions": "", "intents": []})", 0, "does not define \"LatestBedtimeIntent\""},
         {std::string(400000, '[') + std::string(400000, ']'), 0, "wrong type"},
         {std::string(2 << 20, ' ') + whole, 0, "too large"},
     };

@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "platform/files/private/file_identity.h"
 #include "platform/text/private/language_match.h"
 #include "platform/text/string_table.h"
 
@@ -102,6 +103,11 @@ std::optional<StringTable> loadTable(const std::filesystem::path& file, const Fa
 
 }  // namespace
 
+struct Bundle::Loaded {
+    std::optional<FileIdentity> identity;
+    std::optional<StringTable> table;
+};
+
 Bundle::Bundle(std::filesystem::path folder, std::vector<std::string> preferredLanguages, FaultListener faults)
     : folder_(std::move(folder)), preferredLanguages_(std::move(preferredLanguages)), faults_(std::move(faults)) {}
 
@@ -118,11 +124,24 @@ std::string Bundle::language() const { return chosenLanguage() ? chosenLanguage(
 const StringTable* Bundle::table(std::string_view name) const {
     auto known = tables_.find(name);
     if (known == tables_.end()) {
-        const auto& language = chosenLanguage();
-        const std::string file = std::string(name) + ".strings";
-        known = tables_.emplace(name, language ? loadTable(*language / file, faults_) : std::nullopt).first;
+        auto loaded = std::make_shared<Loaded>();
+        if (chosenLanguage()) {
+            loaded->identity = identityOf(fileOf(name));
+            loaded->table = loadTable(fileOf(name), faults_);
+        }
+        known = tables_.emplace(name, std::move(loaded)).first;
     }
-    return known->second ? &*known->second : nullptr;
+    return known->second->table ? &*known->second->table : nullptr;
+}
+
+bool Bundle::isCurrent() const {
+    return !language_ || std::all_of(tables_.begin(), tables_.end(), [this](const auto& known) {
+        return known.second->identity == identityOf(fileOf(known.first));
+    });
+}
+
+std::filesystem::path Bundle::fileOf(std::string_view table) const {
+    return *chosenLanguage() / (std::string(table) + ".strings");
 }
 
 std::string Bundle::localizedString(std::string_view key, std::string_view table) const {

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,17 +33,22 @@ public:
     // The chosen one, "de" or "pt-BR"; empty when the bundle has no preferred language.
     std::string language() const;
 
+    // Whether the tables that were read still stand as they were read.
+    bool isCurrent() const;
+
     const std::filesystem::path& folder() const { return folder_; }
 
 private:
     const std::optional<std::filesystem::path>& chosenLanguage() const;
+    std::filesystem::path fileOf(std::string_view table) const;
 
     std::filesystem::path folder_;
     std::vector<std::string> preferredLanguages_;
     FaultListener faults_;
     mutable bool languageIsChosen_ = false;
     mutable std::optional<std::filesystem::path> language_;
-    mutable std::map<std::string, std::optional<StringTable>, std::less<>> tables_;
+    struct Loaded;
+    mutable std::map<std::string, std::shared_ptr<const Loaded>, std::less<>> tables_;
 };
 
 }  // namespace lunabrook
