@@ -44,6 +44,11 @@ TEST(SleepBankTest, WeighsTheLastSevenDays) {
         {"negative_is_missing", week(25200, 10, {{"20260609", -1}}), 0, "#25200 | #37028.5703 | #0.875"},
         {"negative_report_day_keeps_the_watch_out", {{"20260610", -1}}, 25200, "nil"},
         {"zeros_are_no_balance", week(0), 0, "nil"},
+        // A night without sleep counts, so the watch is not asked; and six of them leave nothing to forecast from.
+        {"zero_is_a_night", week(28800, 10, {{"20260610", 0}}), 25200, "#21600 | #53485.7148 | #0.75"},
+        {"zeros_since_the_first", week(0, 10, {{"20260604", 28000}}), 0, "#1000 | #56600 | #0.0347"},
+        {"two_days_forecast", {{"20260609", 21600}, {"20260610", 21600}}, 0, "#21600 | #40114.2852 | #0.75"},
+        {"less_than_a_second_of_the_watch", {}, 0.5, "#0.5 | #57599.5 | #0"},
         {"negative_night_hour", week(28800, 10, {{"nightHour", -3}}), 0, "nil"},
     };
     for (const Row& row : rows) {
@@ -60,11 +65,17 @@ TEST(SleepBankTest, PlansTonight) {
     const Dictionary midnight = week(25200, 14, {{"requiredHours", 7}, {"nightHour", 0}});
     const Dictionary debt{{"20260614", 7200}, {"requiredHours", 7}, {"medianWake", 37800}, {"averageEfficiency", 80}};
     const Dictionary credit{{"20260614", 43200}, {"requiredHours", 7}, {"medianWake", 37800}};
+    const auto soundly = [](Dictionary bank) {
+        bank.insert_or_assign("averageEfficiency", 100);
+        return bank;
+    };
+    const Dictionary nightAtOne = week(25200, 14, {{"requiredHours", 7}, {"nightHour", 1}});
     const auto fixed = [](const std::string& weekday) {
         return Dictionary{{"WakeFixed" + weekday, false}, {"WakeTime" + weekday, 25200}};  // 07:00
     };
     constexpr const char* kSunday = "2026-06-14T10:00:00+02:00";
-    constexpr const char* kSaturdayNight = "2026-06-13T22:00:00+02:00";
+    constexpr const char* kSaturdayNight = "2026-06-13T21:00:00+02:00";  // the night hour has just struck
+    constexpr const char* kSundayNight = "2026-06-14T00:30:00+02:00";
     struct Row {
         const char *name, *now;
         Dictionary bank, config;
@@ -74,14 +85,19 @@ TEST(SleepBankTest, PlansTonight) {
         {"in_bounds", kSunday, usual, {{"minimumHours", 6}, {"maximumHours", 9}}, "22:45 | 07:30"},
         {"least_hours", kSunday, usual, {{"minimumHours", 8}}, "21:30 | 07:30"},
         {"most_hours", kSunday, usual, {{"minimumHours", 6}, {"maximumHours", 6.5}}, "23:22 | 07:30"},
+        {"most_equal_least", kSunday, usual, {{"minimumHours", 6}, {"maximumHours", 6}}, "00:00 | 07:30"},
         {"most_below_least", kSunday, usual, {{"minimumHours", 6}, {"maximumHours", 5}}, "22:45 | 07:30"},
         {"least_below_an_hour", kSunday, usual, {{"minimumHours", 0.9}}, "22:45 | 07:30"},
+        {"least_of_one_hour", kSunday, soundly(credit), {{"minimumHours", 1}}, "05:30 | 07:30"},
         {"average_wake", kSunday, noMedian, {}, "22:15 | 07:00"},
         {"fixed_next_morning", kSunday, usual, fixed("0"), "22:15 | 07:00"},
         {"fixed_for_another_day", kSunday, usual, fixed("6"), "22:45 | 07:30"},
+        {"fixed_at_midnight", kSunday, usual, {{"WakeFixed0", 1}, {"WakeTime0", 0}}, "21:00 | 00:00"},
         {"fixed_without_a_time", kSunday, usual, {{"WakeFixed0", true}}, "22:45 | 07:30"},
         {"fixed_on_a_sunday_of_tonight", kSaturdayNight, usual, fixed("6"), "22:15 | 07:00"},
         {"midnight_takes_the_report_day", kSunday, midnight, fixed("6"), "00:00 | 07:00"},
+        {"night_hour_one_is_still_to_come", kSundayNight, nightAtOne, fixed("6"), "01:00 | 07:00"},
+        {"debt_is_held_at_nine_hours", kSunday, soundly(debt), {}, "22:30 | 07:30"},
         {"debt_is_held_at_nine_hours_and_the_start", kSunday, debt, {}, "21:00 | 07:30"},
         // A hair more than 6:40 in bed: 100 / 90 is single.
         {"credit_is_held_at_six_hours", kSunday, credit, {}, "00:49 | 07:30"},
@@ -112,7 +128,7 @@ TEST(SleepBankTest, GivesTheWholeResultAndServesItAtNight) {
     EXPECT_EQ(shown(bankResult(device, {})), atNight);
     EXPECT_EQ(shown(device.stored(), {"cachedSleepBankUpdate"}), "@2026-06-10T08:00:00.000Z") << "no write at night";
 
-    TestDevice freshAtNight{{.now = "2026-06-10T22:00:00+02:00"}};
+    TestDevice freshAtNight{{.now = "2026-06-10T21:00:00+02:00"}};
     const auto fresh = bankResult(freshAtNight, week(28800, 11));
     EXPECT_EQ(shown(fresh, {"bedTime"}), shown(fresh, {"adjustedBedTime"}));
 
