@@ -64,12 +64,15 @@ TEST(RecoveryScoreTest, ChoosesTheSourceOfReadiness) {
     const Dictionary yesterday = record(60, 50, 48, 60, "20260609");
     const Row rows[] = {
         {"record_wins", record(60, 50, 0, 60), watchRecord(70, 70), "60 ms | 10 above baseline | -- | "},
+        {"record_of_the_rate_wins", record(0, 50, 48, 60), watchRecord(70, 70), "-- |  | 48 bpm | 12 below baseline"},
         {"empty_today", record(0, 50, 0, 60), watchRecord(45, 70),
          "45 ms | 5 below baseline | 70 bpm | 10 above baseline"},
         {"another_day", yesterday, watchRecord(50.5, 60.5), "50 ms | No change | 60 bpm | No change"},
         {"over_half", yesterday, watchRecord(50.51, 59.49), "51 ms | 1 above baseline | 59 bpm | 1 below baseline"},
         {"watch_is_its_own_baseline", record(60, 0, 48, 0, "20260609"), watchRecord(60, 0),
          "60 ms | No change | -- | "},
+        {"watch_is_its_own_baseline_of_the_rate", record(60, 50, 48, 0, "20260609"), watchRecord(0, 70),
+         "-- |  | 70 bpm | No change"},
         {"watch_knows_the_rate_alone", yesterday, watchRecord(0, 70), "-- |  | 70 bpm | 10 above baseline"},
         {"stale_watch", yesterday, watchRecord(60, 55, "2026-06-09T21:01:00+02:00"), "nil"},
         {"nothing_to_compare", record(60, 0, 48, 0), watchRecord(0, 0), "nil"},
