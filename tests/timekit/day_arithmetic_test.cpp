@@ -123,6 +123,8 @@ TEST(DayArithmeticTest, FindsChangesOfTheClocks) {
         {"Australia/Lord_Howe", "2024-10-06T12:00:00+11:00", -1, 2, 1},  // by half an hour
         {"America/Havana", "2024-11-03T12:00:00-05:00", 1, 1, 0},
         {"America/Sao_Paulo", "2018-11-04T12:00:00-02:00", -1, 0, 0},  // midnight itself is missing
+        {"Asia/Baku", "2015-10-25T12:00:00+04:00", 1, 5, 4},           // the last hour that is looked at
+        {"Asia/Baku", "1996-10-27T12:00:00+04:00", 1, 0, 0},           // an hour later
     };
     for (const Row& row : rows) {
         const TestDevice device{{.timeZone = row.timeZone}};

@@ -42,10 +42,13 @@ TEST(IntervalsTest, DaysKeepTheZerosOfTheDurationBefore) {
     const TestDevice device;
     FormatTools formatTools(device);
     EXPECT_EQ(formatTools.formattedDaysInterval(7 * kDay), "1w");
-    formatTools.formattedTimeInterval(0);
-    EXPECT_EQ(formatTools.formattedDaysInterval(7 * kDay), "1w 0d");
-    formatTools.formattedShortTimeInterval(0);
-    EXPECT_EQ(formatTools.formattedDaysInterval(7 * kDay), "1w");
+    for (const auto keepsZeros : {&F::formattedTimeInterval, &F::formattedLongTimeInterval, &F::formattedMinInterval,
+                                  &F::formattedShortHMSInterval, &F::formattedLongMinInterval}) {
+        (formatTools.*keepsZeros)(0);
+        EXPECT_EQ(formatTools.formattedDaysInterval(7 * kDay), "1w 0d");
+        formatTools.formattedShortTimeInterval(0);
+        EXPECT_EQ(formatTools.formattedDaysInterval(7 * kDay), "1w");
+    }
     EXPECT_EQ(formatTools.shortTermForMIN(), "min");
     EXPECT_EQ(formatTools.formattedDaysInterval(kDay), "0w 1d");
 }
