@@ -5,7 +5,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/files/property_list.h"
 #include "support/shell.h"
+#include "support/shown.h"
 #include "support/test_device.h"
 
 namespace lunabrook {
@@ -266,6 +268,56 @@ TEST_F(Command, AnswersNamesWithoutTheDefinitions) {
     const Outcome list = run("intents", device);
     EXPECT_EQ(list.status, 3);
     EXPECT_EQ(list.output, "");
+}
+
+TEST_F(Command, PushesTheLabelsOfTheMorningToTheWatch) {
+    run("demo");
+    const std::string store = readFile(storeFile());
+    const std::filesystem::path inbox = preferences() / "watch";
+    const auto push = [&](int status, const char* says) {
+        const Outcome pushed = run("watch push");
+        EXPECT_EQ(pushed.status, status) << says;
+        EXPECT_THAT(pushed.output + pushed.error, HasSubstr(says));
+    };
+    push(1, "no watch is paired");
+    std::filesystem::create_directories(inbox);
+    push(1, "the watch application is not installed");
+    writeFile(inbox / "application.plist", "");
+    push(0, "Delivered to the watch: the labels of 7 metrics\n");
+    EXPECT_EQ(readFile(storeFile()), store);
+    const auto list = PropertyList::fromBytes(readFile(inbox / "application-context.plist"));
+    const Dictionary context = std::get<PropertyList>(list).dictionary();
+    const std::pair<const char*, const char*> labels[] = {
+        {"requestOctane",
+         "hrvDifLabel: 4 above baseline | hrvLabel: 61 ms | rating: Plus | wakingDifLabel: 1 below baseline | "
+         "wakingLabel: 54 bpm"},
+        {"requestQuality",
+         "ringBPMLabel: 54 | ringDeepLabel: 1h 18m | ringQualityLabel: 1h 34m | ringSleepLabel: 7h 35m"},
+        {"requestReadiness",
+         "hrvDifLabel: 6 above baseline | hrvLabel: 58 ms | rating: Good | wakingDifLabel: 2 below baseline | "
+         "wakingLabel: 55 bpm"},
+        {"requestRespRate",
+         "averageRespRateLabel: 14.4 BrPM | averageRespRateLabel7: ⑦ 14.8 | averageRespRateRangeLabel: 12.1 - 17.6 | "
+         "averageRespRateRangeLabel7: ⑦ 11.9 - 18.2 | averageRespRateWidgetLabel: 14.4  | difLabel: 0.4↘ | "
+         "maxRespRateLabel: 17.6 | minRespRateLabel: 12.1 | title: Respiration Rate"},
+        {"requestSleepBank",
+         "latestBedTime: 9:51\u202FPM | timeUntilBedLabel: 13h 21m | timeUntilWakeLabel: 22h 18m | "
+         "wakeTimeLabel: 6:48\u202FAM"},
+        {"requestSpO2",
+         "averageSpO2Label: 96.2% | averageSpO2Label7: ⑦ 95.8% | averageSpO2RangeLabel: 92% - 99% | "
+         "averageSpO2RangeLabel7: ⑦ 90% - 99% | difLabel: 0.4%↗ | maxSpO2Label: 99% | minSpO2Label: 92% | "
+         "title: Sleep SpO2"},
+        {"requestWristTemp",
+         "wristTempAverage28Label: 34.48° | wristTempDifLabel: 0.14°↗ | wristTempTodayLabel: 34.62°"},
+    };
+    EXPECT_EQ(context.size(), std::size(labels));
+    for (const auto& [request, shownLabels] : labels) {
+        const Dictionary* texts = dictionaryForKey(context, request);
+        EXPECT_EQ(texts != nullptr ? test::shown(*texts) : "missing", shownLabels) << request;
+    }
+    std::filesystem::remove(inbox / "application-context.plist");
+    std::filesystem::create_directories(inbox / "application-context.plist");
+    EXPECT_NE(run("watch push").status, 0) << "a context that cannot be written";
 }
 
 TEST_F(Command, ListsTheIntentsInTheDevicesLanguage) {

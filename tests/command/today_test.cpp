@@ -48,6 +48,12 @@ TEST(Page, KeepsToItsColumnsWithoutBlanksAtTheEnd) {
     page.add({{std::string(90, 'a')}, {"lost"}});
     page.add({{"a", 10}, {""}});
     EXPECT_EQ(page.text(), "睡眠  x        end\n" + std::string(79, 'a') + "…\na\n");
+    Page coloured(true);
+    coloured.add({{"a", 2, Ink::heading}, {"b", 2, Ink::quiet}, {"c", 2, Ink::good}, {"d", 2}});
+    coloured.add({{"e", 2, Ink::bad}, {"f", 2, Ink::rise}, {"g", 0, Ink::fall}});
+    EXPECT_EQ(coloured.text(),
+              "\x1b[1ma\x1b[0m \x1b[2mb\x1b[0m \x1b[32mc\x1b[0m d\n"
+              "\x1b[31me\x1b[0m \x1b[33mf\x1b[0m \x1b[36mg\x1b[0m\n");
 }
 
 // Once the page multiplied in double and showed 85% where the sentence says 84%.
