@@ -31,6 +31,8 @@ const Row kRows[] = {
     {"just_beyond_integers", 9223372036854775808.0, 9223372036854775808.0F, kMost, true},
     {"text_after_blanks", " \t12.5 kg", 12.5F, 12, true},
     {"text_with_half_an_exponent", "2e", 2, 2, true},
+    {"text_with_an_exponent", "2e3 m", 2000, 2, true},
+    {"text_with_a_signed_exponent", "-1.5E+2", -150, -1, true},
     {"text_plus_zeros", "+007", 7, 7, true},
     {"text_only_fraction", ".5", 0.5F, 0, false},
     {"text_hexadecimal_is_its_zero", "0x10", 0, 0, false},
