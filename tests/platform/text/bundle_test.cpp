@@ -16,6 +16,8 @@ std::string languageThatAnswers(const std::vector<std::string>& languages, const
     for (const std::string& language : languages) {
         writeFile(folder.path() / (language + ".lproj") / "Localizable.strings", "\"which\" = \"" + language + "\";");
     }
+    writeFile(folder.path() / "ko.lproj", "a file");
+    writeFile(folder.path() / "ja/Localizable.strings", "\"which\" = \"a folder of another kind\";");
     return Bundle(folder.path(), preferred, [](const Fault&) {}).localizedString("which");
 }
 
@@ -31,7 +33,7 @@ TEST(Bundle, TakesTheFirstPreferredLanguageThatItHas) {
         {"region_is_left_out", {"de", "en"}, {"de-AT"}, "de"},
         {"nearest_region", {"en", "en-GB"}, {"en-AU"}, "en-GB"},
         {"script_from_the_region", {"zh-Hans", "zh-Hant"}, {"zh-TW"}, "zh-Hant"},
-        {"the_other_region_alone", {"de-CH", "en"}, {"de-AT"}, "de-CH"},
+        {"the_other_region_alone", {"de-CH"}, {"de-AT"}, "de-CH"},
         {"relative_one_way", {"de", "en"}, {"gsw-CH"}, "de"},
         {"not_the_other_way", {"en", "gsw"}, {"de"}, "which"},
         {"relatives_either_way", {"en", "hr"}, {"bs"}, "hr"},
@@ -41,6 +43,7 @@ TEST(Bundle, TakesTheFirstPreferredLanguageThatItHas) {
         {"near_first_wish_before_exact_second", {"en", "fr"}, {"fr-CA", "en"}, "fr"},
         {"none", {"en", "fr"}, {"de-DE", "ja"}, "which"},
         {"no_wish", {"en"}, {}, "which"},
+        {"no_folder_of_a_language", {"en"}, {"ko-KR", "ja-JP", "en"}, "en"},
         {"old_code", {"he", "en"}, {"iw-IL"}, "he"},
         {"not_a_tag", {"en"}, {"", "../en", "en"}, "en"},
     };
