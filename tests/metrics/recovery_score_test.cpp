@@ -75,6 +75,7 @@ TEST(RecoveryScoreTest, ChoosesTheSourceOfReadiness) {
          "-- |  | 70 bpm | No change"},
         {"watch_knows_the_rate_alone", yesterday, watchRecord(0, 70), "-- |  | 70 bpm | 10 above baseline"},
         {"stale_watch", yesterday, watchRecord(60, 55, "2026-06-09T21:01:00+02:00"), "nil"},
+        {"small_numbers", record(1, 1, 1, 1), watchRecord(0, 0), "1 ms | No change | 1 bpm | No change"},
         {"nothing_to_compare", record(60, 0, 48, 0), watchRecord(0, 0), "nil"},
     };
     for (const Row& row : rows) {

@@ -23,6 +23,7 @@ TEST(SleepRingsTest, SaysTheClosedRingsAndTheRating) {
     };
     const Row rows[] = {
         {"two_numbers_are_none", 8, 0, "1.2|0.5", "No sleep rings closed.", "0%"},
+        {"the_third_is_read_whole", 8, 0, "1|1|0.52", "2 sleep rings closed.", "63%"},
         {"goal_met_exactly", 8, 28800, "", "1 sleep ring closed.", "25%"},
         {"goal_just_missed", 8, 28799, "", "No sleep rings closed.", "25%"},
         {"negative_counts_and_half_rounds_to_even", 8, 0, "-1|0.5|1", "1 sleep ring closed.", "12%"},
