@@ -147,13 +147,11 @@ int FormatTools::getDaylightSavingsHourForDate(When date, std::int64_t mode) {
         return 0;
     }
     const TimeZone& timeZone = device_.timeZone();
-    bool before = timeZone.isDaylightSavingTime(*midnight);
+    const bool atMidnight = timeZone.isDaylightSavingTime(*midnight);
     for (int hour = 1; hour <= 5; ++hour) {  // hours that pass, not hours of the clock
-        const bool after = timeZone.isDaylightSavingTime(dateByAddingSeconds(*midnight, hour * kHourSeconds));
-        if (after != before) {
+        if (timeZone.isDaylightSavingTime(dateByAddingSeconds(*midnight, hour * kHourSeconds)) != atMidnight) {
             return mode == 1 ? hour - 1 : hour;
         }
-        before = after;
     }
     return 0;
 }
