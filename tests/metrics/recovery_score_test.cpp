@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "metrics/group_metrics.h"
 #include "support/shown.h"
 #include "support/test_device.h"
@@ -44,6 +46,13 @@ TEST(RecoveryScoreTest, GradesTheScore) {
         {120, 80, "#1.25 | #5.1667", "Optimal", "Jet fuel"}, {24, 80, "#1.6 | #6", "Superb", "Rocket fuel"},
     };
     // clang-format on
+    const std::map<std::string, std::string> stars = {{"Superb", "🥇"},
+                                                      {"Optimal", "★★★★★"},
+                                                      {"Great", "★★★★⭒"},
+                                                      {"Good", "★★★⭒⭒"},
+                                                      {"OK", "★★⭒⭒⭒"},
+                                                      {"Low", "★⭒⭒⭒⭒"},
+                                                      {"Rest", "\U0001F486\u200D\u2642\uFE0F"}};
     for (const Row& row : rows) {
         TestDevice device;
         const Dictionary values = record(row.hrv, 100, row.rate, 100);
@@ -52,6 +61,8 @@ TEST(RecoveryScoreTest, GradesTheScore) {
         const auto fuel = GroupMetrics(device).requestOctane();
         EXPECT_EQ(shown(readiness, {"percentage", "starsValue", "rating"}), row.score + (" | " + row.readiness));
         EXPECT_EQ(shown(fuel, {"percentage", "starsValue", "rating"}), row.score + (" | " + row.fuel));
+        device.store({{"readyStars", true}});
+        EXPECT_EQ(shown(GroupMetrics(device).requestReadiness(), {"rating"}), stars.at(row.readiness));
     }
 }
 
@@ -74,6 +85,7 @@ TEST(RecoveryScoreTest, ChoosesTheSourceOfReadiness) {
         {"watch_is_its_own_baseline_of_the_rate", record(60, 50, 48, 0, "20260609"), watchRecord(0, 70),
          "-- |  | 70 bpm | No change"},
         {"watch_knows_the_rate_alone", yesterday, watchRecord(0, 70), "-- |  | 70 bpm | 10 above baseline"},
+        {"watch_without_values", yesterday, {{"rawSynchTime", date("2026-06-10T07:00:00+02:00")}}, "nil"},
         {"stale_watch", yesterday, watchRecord(60, 55, "2026-06-09T21:01:00+02:00"), "nil"},
         {"small_numbers", record(1, 1, 1, 1), watchRecord(0, 0), "1 ms | No change | 1 bpm | No change"},
         {"nothing_to_compare", record(60, 0, 48, 0), watchRecord(0, 0), "nil"},
@@ -98,8 +110,6 @@ TEST(RecoveryScoreTest, GivesReadiness) {
     device.store({{"readyStars", true}});
     EXPECT_EQ(shown(GroupMetrics(device).requestReadiness(), {"rating", "todaysReadinessStars"}),
               "★★★★★ | Today's Readiness is 5.17 stars.");
-    device.store({{"bankDict", Dictionary{{"readyDict", record(30, 100, 0, 0)}}}});
-    EXPECT_EQ(shown(GroupMetrics(device).requestReadiness(), {"rating"}), "\U0001F486\u200D\u2642\uFE0F");
 }
 
 TEST(RecoveryScoreTest, GivesSleepFuelWhateverTheWatchAndTheStarsSay) {

@@ -36,6 +36,10 @@ TEST(WristTemperatureTest, ComparesWithTheBaseline) {
     EXPECT_FALSE(resultFor(device, 34.50, 0)) << "no baseline";
     EXPECT_FALSE(resultFor(device, -1, 34.50)) << "no value of today";
     EXPECT_FALSE(resultFor(device, 34.50, 34.40, "20260609"));
+    for (const char* alone : {"wristTempTodayValue", "wristTempAverage28"}) {
+        device.store({{"bankDict", Dictionary{{"wristTempKey", "20260610"}, {alone, 34.50}}}});
+        EXPECT_FALSE(GroupMetrics(device).requestWristTemp()) << alone;
+    }
 }
 
 TEST(WristTemperatureTest, GivesTheWholeResultInGerman) {
