@@ -52,6 +52,9 @@ TEST(DateFormatter, WritesByPattern) {
         EXPECT_EQ(formatter(row.locale, row.given).stringFromDate(kEvening), row.expected)
             << row.locale << " " << row.given;
     }
+    const DateFormatter exact = formatter("en_US", "HH:mm:ss.SSS");
+    EXPECT_EQ(exact.stringFromDate(dateByAddingSeconds(kEvening, 0.2509)), "21:05:00.250");
+    EXPECT_EQ(exact.stringFromDate(dateFromSecondsSince1970(-0.25)), "00:59:59.750");
     DateFormatter changing = formatter("en_US", "HH");
     changing.setDateFormat("YYYY");
     EXPECT_EQ(changing.stringFromDate(test::date("2025-12-29T12:00:00Z")), "2026");
