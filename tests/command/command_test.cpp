@@ -172,6 +172,7 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
     } rows[] = {
         {"ask readines", "did you mean readiness"},
         {"aks readiness", "did you mean ask?"},
+        {"toxxy", "there is no verb \"toxxy\" (`lunabrook --help`"},
         {"metrics requestSp02", "did you mean requestSpO2"},
         {"--now rubbish ask readiness", "2026-06-10T08:30:00+02:00"},
         {"--now 2026-06-10T08:30:00 ask readiness", "with a zone"},
@@ -240,7 +241,7 @@ TEST_F(Command, FallsBackWhereTheEnvironmentDoesNotHold) {
 
 TEST_F(Command, AnswersEachLineOfItsInput) {
     run("demo");
-    const Outcome lines = run("ask", kPinned, "printf 'readiness\\r\\n\\nlights on\\n  How well did I sleep?' |");
+    const Outcome lines = run("ask", kPinned, "printf ' readiness\\r\\n\\nlights on\\n  How well did I sleep?' |");
     EXPECT_EQ(lines.status, 2);
     EXPECT_EQ(lines.output, "Today's Readiness is good.\n2 sleep rings closed. Today's sleep rating is 98%.\n");
     EXPECT_THAT(lines.error, StartsWith("lunabrook: no intent answers to \"lights on\""));
