@@ -248,11 +248,11 @@ TEST_F(Command, AnswersEachLineOfItsInput) {
     EXPECT_EQ(run("ask", kPinned, "true |").status, 0);
 }
 
-// The terminal's answers and questions come in one stream.
+// The terminal's answers and questions come in one stream; an echo could come anywhere between them.
 TEST_F(Command, AsksAPersonAtATerminal) {
     writeFile(inFolder("said"), "good night\nlights on\n");
-    const Ended talk = shell("script -qec \"'" LUNABROOK_PROGRAM "' --preferences '" + preferences().string() + "'" +
-                             kPinned + "ask\" /dev/null <'" + inFolder("said") + "'");
+    const Ended talk = shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" +
+                             preferences().string() + "'" + kPinned + "ask\" /dev/null <'" + inFolder("said") + "'");
     EXPECT_EQ(talk.status, 2);
     EXPECT_THAT(talk.output, HasSubstr("> Good Night\r\n> lunabrook: no intent answers to \"lights on\""));
     EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
