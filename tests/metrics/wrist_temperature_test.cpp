@@ -25,6 +25,7 @@ TEST(WristTemperatureTest, ComparesWithTheBaseline) {
         {"fall_keeps_its_sign_in_the_sentence_only", 34.20, 34.40, "0.20°↘", "34.20°. -0.20° below baseline."},
         {"under_the_bound", 34.50, 34.495, "0.00°=", "34.50°. No change from baseline."},
         {"a_hundredth_falls_short", 34.51, 34.50, "0.00°=", "34.51°. No change from baseline."},
+        {"values_below_one", 0.50, 0.50, "0.00°=", "0.50°. No change from baseline."},
         {"two_hundredths", 34.52, 34.50, "0.02°↗", "34.52°. +0.02° above baseline."},
     };
     TestDevice device;

@@ -95,8 +95,9 @@ TEST(DayArithmeticTest, BuildsAndMeasuresDays) {
         {formatTools.dateForDate(day, 2023, 0, 0, 24, 60), "2022-12-01 01:00:00"},
         {formatTools.dateForDate(day, kLeast, kMost, kLeast, kMost, kLeast), "nil"},
         {formatTools.dateForDate(std::nullopt, 2023, 1, 1, 0, 0), "nil"},
-        {formatTools.startDateForDaysAgo(5, date("2024-07-03T12:00:00+02:00")), "2024-06-28 03:00:00"},
+        {formatTools.startDateForDaysAgo(5, date("2024-07-03T12:34:56+02:00")), "2024-06-28 03:00:00"},
         {formatTools.startDateForDaysAgo(kLeast, day), "nil"},
+        {formatTools.startDateForDaysAgo(5, std::nullopt), "nil"},
         {formatTools.startOfMonthMonthsAgo(1), "2023-12-01 03:00:00"},
         {formatTools.startOfMonthMonthsAgo(kMost), "nil"},
     };
@@ -146,6 +147,14 @@ TEST(DayArithmeticTest, MissingDatesAreZero) {
     EXPECT_EQ(formatTools.getWeekdayNoForDate(std::nullopt), 0);
     setNightHour(device, -1);
     EXPECT_EQ(formatTools.seedForDate(device->now()), 0);
+
+    TestDevice clockless;
+    clockless.setNow(dateFromSecondsSince1970(std::numeric_limits<double>::infinity()));
+    FormatTools timeless(clockless);
+    for (const auto& missing : {timeless.nowDate(), timeless.getMidnight(), timeless.fromDateForSeed(0),
+                                timeless.fromDateForSeed(-1), timeless.startOfMonthMonthsAgo(1)}) {
+        EXPECT_EQ(missing, std::nullopt);
+    }
 }
 
 }  // namespace

@@ -45,6 +45,7 @@ TEST(Bundle, TakesTheFirstPreferredLanguageThatItHas) {
         {"no_wish", {"en"}, {}, "which"},
         {"no_folder_of_a_language", {"en"}, {"ko-KR", "ja-JP", "en"}, "en"},
         {"old_code", {"he", "en"}, {"iw-IL"}, "he"},
+        {"not_a_tag_though_it_leads_there", {"en"}, {"ja/../en"}, "which"},
         {"not_a_tag", {"en"}, {"", "../en", "en"}, "en"},
     };
     for (const Row& row : rows) {
@@ -106,8 +107,8 @@ TEST(StringTable, ReadsTextOrRefusesTheWholeTable) {
         {"last_one_counts", "\"k\" = \"a\"; \"k\" = \"b\";", "b"},
         {"empty", "", "no k"},
         {"utf8_mark", "\xEF\xBB\xBF\"k\" = \"\u00E9\";", "\u00E9"},
-        {"utf16_little", "\xFF\xFE\"\0k\0\"\0=\0\"\0\xE9\0\"\0;\0"sv, "\u00E9"},
-        {"utf16_big", "\xFE\xFF\0\"\0k\0\"\0=\0\"\0\xE9\0\"\0;"sv, "\u00E9"},
+        {"utf16_little", "\xFF\xFE\"\0k\0\"\0=\0\"\0\x60\x24\"\0;\0"sv, "\u2460"},
+        {"utf16_big", "\xFE\xFF\0\"\0k\0\"\0=\0\"\x24\x60\0\"\0;"sv, "\u2460"},
         {"xml",
          "\n<?xml "
          "version=\"1.0\"?><plist><dict><key>k</key><string>v</string><key>n</key><integer>1</integer></dict></plist>",
