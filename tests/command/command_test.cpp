@@ -18,6 +18,8 @@ using test::Ended;
 using test::readFile;
 using test::shell;
 using test::writeFile;
+using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -92,6 +94,19 @@ TEST_F(Command, QuestionsLeaveTheStoreAsItIs) {
     const std::string store = readFile(storeFile());
     const json results = json::parse(run("metrics requestSleepBank requestQuality").output);
     EXPECT_EQ(results.size(), 2U);
+    json all = json::parse(run("metrics").output);
+    const char* const rows[][3] = {{"requestQuality", "ringSleepLabel", "7h 35m"},
+                                   {"requestSpO2", "averageSpO2Label", "96.2%"},
+                                   {"requestRespRate", "averageRespRateLabel", "14.4 BrPM"},
+                                   {"requestWristTemp", "wristTempTodayLabel", "34.62°"},
+                                   {"requestReadiness", "hrvLabel", "58 ms"},
+                                   {"requestOctane", "hrvLabel", "61 ms"},
+                                   {"requestConsistencyDict", "trendString", "17m earlier"},
+                                   {"requestSleepBank", "wakeTimeLabel", "6:48\u202FAM"}};
+    EXPECT_EQ(all.size(), std::size(rows));
+    for (const auto& [request, key, text] : rows) {
+        EXPECT_EQ(all[request][key], text) << request;
+    }
     EXPECT_EQ(results["requestSleepBank"]["wakeTime"], "2026-06-10T04:48:00.000Z");
     EXPECT_EQ(results["requestSleepBank"]["bankPercent"].dump(), "0.9811828");  // single precision
     EXPECT_EQ(run("today").status, 0);
@@ -199,12 +214,26 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
 }
 
 TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
-    const std::string program =
-        "env -u LUNABROOK_PREFERENCES -u LC_ALL -u LANGUAGE TZ=Asia/Tokyo LC_TIME=de_DE.UTF-8 LANG=fr_FR.UTF-8 "
-        "XDG_DATA_HOME='" +
-        folder_.path().string() + "' '" LUNABROOK_PROGRAM "' --now 2026-06-10T23:00:00Z ";
-    EXPECT_EQ(shell(program + "demo >/dev/null && " + program + "ask latest-bedtime").output,
-              "Try to be in bed by 21:51\n");  // of 11 June in Tokyo, in the German clock
+    const auto ran = [&](const std::string& environment, const char* verb) {
+        return shell("env -u LUNABROOK_PREFERENCES -u LC_ALL -u LC_TIME -u LANG -u LANGUAGE " + environment +
+                     " XDG_DATA_HOME='" + folder_.path().string() + "' '" LUNABROOK_PROGRAM "' --bundle '" +
+                     inFolder("bundle") + "' --now 2026-06-10T23:00:00Z " + verb)
+            .output;
+    };
+    writeFile(inFolder("bundle/de.lproj/Localizable.strings"), "\"Try to be in bed by %@\" = \"Ins Bett um %@\";");
+    ran("TZ=Asia/Tokyo", "demo");
+    const std::pair<const char*, const char*> rows[] = {
+        // Of 11 June in Tokyo, in the clock of the first variable that says one and in the words of LANGUAGE.
+        {"TZ=Asia/Tokyo LC_TIME=nl_NL.UTF-8 LANG=en_US.UTF-8", "Try to be in bed by 21:51\n"},
+        {"TZ=:Asia/Tokyo LANG=en_GB.UTF-8", "Try to be in bed by 21:51\n"},
+        {"TZ=Asia/Tokyo LC_TIME= LANG=en_GB LANGUAGE=fr::de_AT:en", "Ins Bett um 21:51\n"},
+        {"TZ=Asia/Tokyo LC_ALL=C LC_TIME=de_DE", "Try to be in bed by 9:51\u202FPM\n"},
+        {"TZ=Asia/Tokyo LANG=POSIX", "Try to be in bed by 9:51\u202FPM\n"},
+        {"TZ=Asia/Tokyo", "Try to be in bed by 9:51\u202FPM\n"},
+    };
+    for (const auto& [environment, answer] : rows) {
+        EXPECT_EQ(ran(environment, "ask latest-bedtime"), answer) << environment;
+    }
     EXPECT_TRUE(std::filesystem::exists(folder_.path() / "lunabrook/group.kestrovan.Lunabrook.plist"));
 }
 
@@ -278,7 +307,7 @@ TEST_F(Command, PushesTheLabelsOfTheMorningToTheWatch) {
     const auto push = [&](int status, const char* says) {
         const Outcome pushed = run("watch push");
         EXPECT_EQ(pushed.status, status) << says;
-        EXPECT_THAT(pushed.output + pushed.error, HasSubstr(says));
+        EXPECT_THAT(pushed.output + pushed.error, AllOf(HasSubstr(says), EndsWith("\n")));
     };
     push(1, "no watch is paired");
     std::filesystem::create_directories(inbox);
