@@ -225,8 +225,9 @@ TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
     const std::pair<const char*, const char*> rows[] = {
         // Of 11 June in Tokyo, in the clock of the first variable that says one and in the words of LANGUAGE.
         {"TZ=Asia/Tokyo LC_TIME=nl_NL.UTF-8 LANG=en_US.UTF-8", "Try to be in bed by 21:51\n"},
+        {"TZ=Asia/Tokyo LANG=de_DE.UTF-8", "Ins Bett um 21:51\n"},
         {"TZ=:Asia/Tokyo LANG=en_GB.UTF-8", "Try to be in bed by 21:51\n"},
-        {"TZ=Asia/Tokyo LC_TIME= LANG=en_GB LANGUAGE=fr::de_AT:en", "Ins Bett um 21:51\n"},
+        {"TZ=Asia/Tokyo LC_TIME= LANG=en_GB LANGUAGE=fr:de_AT::en", "Ins Bett um 21:51\n"},
         {"TZ=Asia/Tokyo LC_ALL=C LC_TIME=de_DE", "Try to be in bed by 9:51\u202FPM\n"},
         {"TZ=Asia/Tokyo LANG=POSIX", "Try to be in bed by 9:51\u202FPM\n"},
         {"TZ=Asia/Tokyo", "Try to be in bed by 9:51\u202FPM\n"},

@@ -30,6 +30,7 @@ TEST(DisplayWidth, CountsWideJoinedAndInvisibleCharacters) {
                 {"🥇", 2},
                 {"\U0001F486\u200D\u2642\uFE0F", 2},
                 {"\u2642\uFE0F", 2},
+                {"\uFE0F", 0},
                 {"e\u0301", 1},
                 {"\xFF", 1},
                 {"9:41\u202FPM", 7}};

@@ -67,6 +67,7 @@ TEST(DayArithmeticTest, CountsDaySeeds) {
     struct Row {
         const char *name, *now, *date;
         std::int64_t seed;
+        const char* timeZone = "Europe/Berlin";
     };
     const Row rows[] = {
         {"first of today", "2024-06-10T14:00:00+02:00", "2024-06-10T00:00:00+02:00", 0},
@@ -74,11 +75,13 @@ TEST(DayArithmeticTest, CountsDaySeeds) {
         {"night hour has struck", "2024-06-10T21:00:00+02:00", "2024-06-10T21:00:00+02:00", -1},
         {"back over spring", "2024-04-01T12:00:00+02:00", "2024-03-30T12:00:00+01:00", -2},
         {"ahead over spring: missed", "2024-03-30T12:00:00+01:00", "2024-03-31T12:00:00+02:00", 0},
+        // Four o'clock is the hour that is missing there; it is read as 24 hours later.
+        {"ahead over spring at four", "2015-03-28T12:00:00+04:00", "2015-03-29T12:00:00+05:00", 1, "Asia/Baku"},
         {"back over autumn", "2024-10-28T12:00:00+01:00", "2024-10-26T12:00:00+02:00", -2},
         {"ahead over autumn", "2024-10-26T12:00:00+02:00", "2024-10-27T12:00:00+01:00", 1},
     };
     for (const Row& row : rows) {
-        const TestDevice device{{.now = row.now}};
+        const TestDevice device{{.now = row.now, .timeZone = row.timeZone}};
         EXPECT_EQ(FormatTools(device).seedForDate(date(row.date)), row.seed) << row.name;
     }
 }

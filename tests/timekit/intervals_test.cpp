@@ -69,8 +69,8 @@ TEST(IntervalsTest, SaysHowLongAgo) {
         {kHour + 1, "an hour ago"}, {2 * kHour, "2 hours ago"}, {kDay, "24 hours ago"}, {kDay + 1, "a day ago"},
         {7 * kDay + 1, "7 days ago"}, {14 * kDay - 1, "13 days ago"}, {14 * kDay, "2 weeks ago"},
         {28 * kDay, "4 weeks ago"}, {28 * kDay + 1, "Wed, May 13, 2026, 8:29\u202FAM"},
-        // In single precision these are two whole days and four whole weeks.
-        {2 * kDay - 0.001, "2 days ago"}, {28 * kDay + 0.05, "4 weeks ago"},
+        // In single precision these are whole days and four whole weeks.
+        {kDay + 0.001, "a day ago"}, {2 * kDay - 0.001, "2 days ago"}, {28 * kDay + 0.05, "4 weeks ago"},
     };
     // clang-format on
     const TestDevice device{{.now = "2026-06-10T08:30:00+02:00"}};

@@ -88,6 +88,9 @@ TEST(DateFormatter, ReadsDayKeysStrictly) {
         EXPECT_EQ(formatter("en_US", "yyyyMMdd").dateFromString(noKey), std::nullopt) << noKey;
     }
     EXPECT_EQ(formatter("en_US", "").dateFromString(""), std::nullopt);
+    // Two digits are a year from 1950 to 2049.
+    EXPECT_EQ(utc(formatter("en_US", "yyMMdd", "UTC").dateFromString("491231")), "2049-12-31T00:00:00Z");
+    EXPECT_EQ(utc(formatter("en_US", "yyMMdd", "UTC").dateFromString("500101")), "1950-01-01T00:00:00Z");
 }
 
 TEST(DateFormatter, ReadsTheMomentOfATextWithAnOffset) {
