@@ -117,10 +117,15 @@ TEST_F(Command, QuestionsLeaveTheStoreAsItIs) {
 
 TEST_F(Command, ImportsAnotherListUnderTheLock) {
     run("ask lights-off");
-    writeFile(inFolder("more.plist"), "<plist><dict><key>readyStars</key><true/></dict></plist>");
+    writeFile(inFolder("more.plist"),
+              "<plist><dict><key>readyStars</key><true/><key>data</key><data>AAH/</data><key>none</key><real>nan</real>"
+              "<key>all</key><array><integer>-1</integer><real>0.25</real><string>é</string></array></dict></plist>");
     EXPECT_EQ(run("store import '" + inFolder("more.plist") + "'").status, 0);
-    EXPECT_EQ(json::parse(run("store show").output),
-              json({{"activeLightSwitch", "2026-06-10T06:30:00.000Z"}, {"readyStars", true}}));
+    EXPECT_EQ(json::parse(run("store show").output), json({{"activeLightSwitch", "2026-06-10T06:30:00.000Z"},
+                                                           {"all", {-1, 0.25, "é"}},
+                                                           {"data", "AAH/"},
+                                                           {"none", nullptr},
+                                                           {"readyStars", true}}));
     writeFile(inFolder("bad.plist"), "<plist><array/></plist>");
     const Outcome bad = run("store import '" + inFolder("bad.plist") + "'");
     EXPECT_EQ(bad.status, 2);
@@ -189,6 +194,7 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"aks readiness", "did you mean ask?"},
         {"toxxy", "there is no verb \"toxxy\" (`lunabrook --help`"},
         {"metrics requestSp02", "did you mean requestSpO2"},
+        {"metrics request", "did you mean requestSpO2, requestOctane or requestQuality? ("},
         {"--now rubbish ask readiness", "2026-06-10T08:30:00+02:00"},
         {"--now 2026-06-10T08:30:00 ask readiness", "with a zone"},
         {"--now 2026-6-1T8:3:0Z ask readiness", "--now is no moment"},
@@ -235,7 +241,19 @@ TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
     for (const auto& [environment, answer] : rows) {
         EXPECT_EQ(ran(environment, "ask latest-bedtime"), answer) << environment;
     }
-    EXPECT_TRUE(std::filesystem::exists(folder_.path() / "lunabrook/group.kestrovan.Lunabrook.plist"));
+    const std::string folder = folder_.path().string();
+    const std::pair<std::string, const char*> stores[] = {
+        {"XDG_DATA_HOME='" + folder + "'", "lunabrook"},
+        {"LUNABROOK_PREFERENCES='" + folder + "/own'", "own"},
+        {"XDG_DATA_HOME= HOME='" + folder + "/home'", "home/.local/share/lunabrook"},
+    };
+    for (const auto& [environment, store] : stores) {
+        shell("env -u LUNABROOK_PREFERENCES " + environment + " '" LUNABROOK_PROGRAM "' ask lights-off");
+        EXPECT_TRUE(std::filesystem::exists(folder_.path() / store / "group.kestrovan.Lunabrook.plist")) << store;
+    }
+    const Ended homeless = shell("env -i '" LUNABROOK_PROGRAM "' ask lights-off 2>&1");
+    EXPECT_EQ(homeless.status, 2);
+    EXPECT_THAT(homeless.output, HasSubstr("there is no HOME to keep the store in"));
 }
 
 // It may have been set for other programs: what does not hold falls back, with a line for each.
