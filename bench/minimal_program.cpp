@@ -1,5 +1,5 @@
-// The floor under `lunabrook ask sleep-rings`: a program that links the same libraries, reads the same store and
-// formats one date. Compared as whole processes by script/bench.
+// The floor under `lunabrook ask sleep-rings`: a program that reads the same store with a library for it and formats
+// one date. Compared as whole processes by script/bench.
 //
 //   bench_minimal_program FILE.plist LOCALE
 

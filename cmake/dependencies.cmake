@@ -2,21 +2,26 @@
 # Programs that use the installed libraries link these too and include this file through find_package(lunabrook).
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LUNABROOK_ICU REQUIRED QUIET IMPORTED_TARGET icu-i18n icu-uc)
-pkg_check_modules(LUNABROOK_PLIST REQUIRED QUIET IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(LUNABROOK_EXPAT REQUIRED QUIET IMPORTED_TARGET expat)
 
-# ICU's shared libraries cost a process that lives for three milliseconds as much again in relocations and look-ups. A
-# program with the property LUNABROOK_STATIC gets the archives, where they are installed; the others stay with the
-# shared ones and link in no time.
-foreach(archive i18n uc data)
-  find_library(LUNABROOK_ICU_ARCHIVE_${archive} libicu${archive}.a)
-  mark_as_advanced(LUNABROOK_ICU_ARCHIVE_${archive})
-  list(APPEND LUNABROOK_ICU_ARCHIVES ${LUNABROOK_ICU_ARCHIVE_${archive}})
-endforeach()
-if(NOT TARGET lunabrook::icu)
-  add_library(lunabrook::icu INTERFACE IMPORTED)
-  target_link_libraries(lunabrook::icu INTERFACE
-    $<IF:$<BOOL:$<TARGET_PROPERTY:LUNABROOK_STATIC>>,${LUNABROOK_ICU_ARCHIVES},PkgConfig::LUNABROOK_ICU>)
-endif()
+# Shared libraries cost a process that lives for three milliseconds as much again in relocations and look-ups, ICU's most
+# of all. A program with the property LUNABROOK_STATIC gets the archives, where they are installed; the others stay with
+# the shared ones and link in no time.
+function(lunabrook_library_or_archives name shared)
+  foreach(archive ${ARGN})
+    find_library(LUNABROOK_ARCHIVE_${archive} lib${archive}.a)
+    mark_as_advanced(LUNABROOK_ARCHIVE_${archive})
+    list(APPEND archives ${LUNABROOK_ARCHIVE_${archive}})
+  endforeach()
+  set(LUNABROOK_ARCHIVES ${LUNABROOK_ARCHIVES} ${archives} PARENT_SCOPE)
+  if(NOT TARGET lunabrook::${name})
+    add_library(lunabrook::${name} INTERFACE IMPORTED)
+    target_link_libraries(lunabrook::${name} INTERFACE
+      $<IF:$<BOOL:$<TARGET_PROPERTY:LUNABROOK_STATIC>>,${archives},${shared}>)
+  endif()
+endfunction()
+lunabrook_library_or_archives(icu PkgConfig::LUNABROOK_ICU icui18n icuuc icudata)
+lunabrook_library_or_archives(expat PkgConfig::LUNABROOK_EXPAT expat)
 
 # Abseil's shared libraries are many and cost almost a millisecond at start, so its static archives are linked.
 # Debian's CMake package names the shared ones only; the order is the linker's: users first.

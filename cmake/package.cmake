@@ -44,7 +44,7 @@ service that the session bus starts when somebody asks.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME lunabrook-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "lunabrook (= ${PROJECT_VERSION}), libicu-dev, libabsl-dev, libplist-dev, pkg-config")
+    "lunabrook (= ${PROJECT_VERSION}), libicu-dev, libabsl-dev, libexpat1-dev, pkg-config")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "Headers, static libraries and the CMake package with which another C++
 program answers the sleep intents itself.")
 

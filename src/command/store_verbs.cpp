@@ -61,15 +61,15 @@ ExitStatus showStore(const Device& device, const std::string& key) {
 ExitStatus importStore(const Device& device, const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
     const std::string bytes = boundedContents(stream);
-    const auto result = PropertyList::fromBytes(bytes);
-    if (const auto* damage = std::get_if<std::string>(&result)) {
+    const auto contents = dictionaryFromPropertyList(bytes);
+    if (const auto* damage = std::get_if<std::string>(&contents)) {
         return complain(file + " " + *damage + "; nothing was imported");
     }
-    const auto& list = std::get<PropertyList>(result);
-    if (!UserDefaults(device, kGroupSuite).merge(list)) {
+    if (!UserDefaults(device, kGroupSuite).merge(bytes)) {
         return ExitStatus::fault;
     }
-    std::cout << "Keys taken over into " << storeFile(device).string() << ": " << list.dictionary().size() << "\n";
+    std::cout << "Keys taken over into " << storeFile(device).string() << ": " << std::get<Dictionary>(contents).size()
+              << "\n";
     return ExitStatus::answered;
 }
 

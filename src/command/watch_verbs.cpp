@@ -13,8 +13,9 @@ std::string whyNotDelivered(const DirectoryWatchSession& session, const std::fil
     if (const auto error = session.error()) {
         return error->localizedDescription;
     }
-    return session.isPaired() ? "its application is not installed (" + inbox.string() + " holds no application.plist)"
-                              : "none is paired (its inbox would be the folder " + inbox.string() + ")";
+    return session.isPaired()
+               ? "the watch application is not installed (" + inbox.string() + " holds no application.plist)"
+               : "no watch is paired (its inbox would be the folder " + inbox.string() + ")";
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ ExitStatus pushToWatch(const Device& device) {
         std::cout << "Delivered to the watch: the labels of " << labels.size() << " metrics\n";
         return ExitStatus::answered;
     }
-    complain("nothing was delivered to the watch: " + whyNotDelivered(session, inbox));
+    complain("nothing was delivered: " + whyNotDelivered(session, inbox));
     return ExitStatus::failed;
 }
 

@@ -6,6 +6,7 @@
 
 #include "metrics/sleep_bank.h"
 
+#include <algorithm>
 #include <string>
 
 #include "metrics/group_metrics.h"
@@ -121,6 +122,13 @@ double timeInBed(const GroupMetrics& metrics, float neededHours, float forecast,
     return inBedPerAsleep * forecast;
 }
 
+// Absurd settings plan for dates that no store can hold.
+bool canBeCached(const Dictionary& plan) {
+    return std::all_of(plan.begin(), plan.end(), [](const auto& entry) {
+        return entry.second.date() == nullptr || isOfFourDigitYear(*entry.second.date());
+    });
+}
+
 }  // namespace
 
 std::optional<Dictionary> GroupMetrics::requestSleepBank() {
@@ -152,8 +160,10 @@ std::optional<Dictionary> GroupMetrics::requestSleepBank() {
     result.emplace(kBankPercent, balance->average / required);
     if (wakeOffset(*bank) > 0) {  // else no plan for tonight, and nothing to cache
         planTonight(result, *bank, wake);
-        groupPrefs_->setObjects(
-            {{std::string(kCachedSleepBank), result}, {std::string(kCachedSleepBankUpdate), device_.now()}});
+        if (canBeCached(result)) {
+            groupPrefs_->setObjects(
+                {{std::string(kCachedSleepBank), result}, {std::string(kCachedSleepBankUpdate), device_.now()}});
+        }
     }
     return result;
 }

@@ -323,19 +323,22 @@ TEST_F(Command, PushesTheLabelsOfTheMorningToTheWatch) {
     run("demo");
     const std::string store = readFile(storeFile());
     const std::filesystem::path inbox = preferences() / "watch";
-    const auto push = [&](int status, const char* says) {
+    writeFile(inbox, "a file");
+    const auto push = [&](int status, const std::string& says) {
         const Outcome pushed = run("watch push");
         EXPECT_EQ(pushed.status, status) << says;
-        EXPECT_THAT(pushed.output + pushed.error, AllOf(HasSubstr(says), EndsWith("\n")));
+        EXPECT_THAT(status == 0 ? pushed.output : pushed.error, AllOf(HasSubstr(says), EndsWith("\n")));
     };
+    push(1, "lunabrook: nothing was delivered: " + inbox.string() + " is not a folder");
+    std::filesystem::remove(inbox);
     push(1, "no watch is paired");
     std::filesystem::create_directories(inbox);
     push(1, "the watch application is not installed");
     writeFile(inbox / "application.plist", "");
     push(0, "Delivered to the watch: the labels of 7 metrics\n");
     EXPECT_EQ(readFile(storeFile()), store);
-    const auto list = PropertyList::fromBytes(readFile(inbox / "application-context.plist"));
-    const Dictionary context = std::get<PropertyList>(list).dictionary();
+    const Dictionary context =
+        std::get<Dictionary>(dictionaryFromPropertyList(readFile(inbox / "application-context.plist")));
     const std::pair<const char*, const char*> labels[] = {
         {"requestOctane",
          "hrvDifLabel: 4 above baseline | hrvLabel: 61 ms | rating: Plus | wakingDifLabel: 1 below baseline | "

@@ -93,8 +93,7 @@ protected:
         if (session.deliveredContexts() == 0) {
             return std::nullopt;
         }
-        auto list = PropertyList::fromBytes(readFile(inbox_ / "application-context.plist"));
-        return std::get<PropertyList>(list).dictionary();
+        return std::get<Dictionary>(dictionaryFromPropertyList(readFile(inbox_ / "application-context.plist")));
     }
 
     TemporaryFolder folder_;

@@ -13,7 +13,8 @@ StandardOutput::StandardOutput() : former_(std::cout.rdbuf(this)) {
     std::signal(SIGPIPE, SIG_IGN);
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
         if (::fcntl(stream, F_GETFD) < 0) {
-            static_cast<void>(::open("/", O_RDONLY));  // takes the lowest free number, and can be neither read nor written
+            static_cast<void>(
+                ::open("/", O_RDONLY));  // takes the lowest free number, and can be neither read nor written
         }
     }
     setp(buffer_.begin(), buffer_.end());

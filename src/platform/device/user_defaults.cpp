@@ -47,8 +47,8 @@ bool UserDefaults::setObject(std::string_view key, Value value) {
 
 bool UserDefaults::removeObject(std::string_view key) { return setObjects({{std::string(key), std::nullopt}}); }
 
-bool UserDefaults::merge(const PropertyList& other) {
-    return file_->change([&other](PropertyList& list) { list.merge(other); });
+bool UserDefaults::merge(std::string_view propertyList) {
+    return file_->change([propertyList](PropertyList& list) { list.merge(propertyList); });
 }
 
 bool UserDefaults::synchronize() { return file_->synchronize(); }

@@ -22,8 +22,6 @@
 
 namespace lunabrook {
 
-class PropertyList;
-
 class UserDefaults {
 public:
     // Opens nothing yet.
@@ -45,8 +43,8 @@ public:
     bool setObjects(const Changes& changes);
     bool setObject(std::string_view key, Value value);
     bool removeObject(std::string_view key);
-    // Takes over every key of the list.
-    bool merge(const PropertyList& list);
+    // Takes over every key of a property list, values without a meaning here as well.
+    bool merge(std::string_view propertyList);
 
     // Puts file and directory on the disk: after it a power cut loses nothing. False with a fault told when it cannot.
     bool synchronize();

@@ -1,13 +1,14 @@
-// Property lists, binary and XML: bytes <-> a tree that keeps every value exactly, and Values read from it.
+// Property lists, binary and XML: bytes -> values, and bytes -> bytes with some keys changed.
 //
-// The bytes are checked before the parser sees them: at most 64 MiB, nested at most 128 deep, at most four million
-// values once shared ones are written out. The tree is what a changed file is written from, so values that this program
-// does not understand survive to the bit.
+// Reading is one pass over untrusted bytes with its limits built in: at most 64 MiB (8 MiB of XML), nested at most 128
+// deep, at most four million values with shared ones written out. A changed list is written from the bytes of the old
+// one, so values that have no meaning here survive to the bit. Of a doubled key the first one counts.
 
 #pragma once
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -17,37 +18,33 @@
 namespace lunabrook {
 
 inline constexpr std::size_t kMaximumPropertyListBytes = std::size_t{64} << 20;
-inline constexpr int kMaximumPropertyListDepth = 128;
-inline constexpr std::size_t kMaximumPropertyListValues = 4'000'000;
 
-// A property list whose root is a dictionary.
+// What the list holds, or what is wrong with it ("is cut short or damaged"). Values without a meaning here (an
+// archiver's reference, a null) are left out.
+std::variant<Dictionary, std::string> dictionaryFromPropertyList(std::string_view bytes);
+
+// A list in the making. What is said first about a key counts: changes first, then the list that they change.
 class PropertyList {
 public:
-    PropertyList();  // an empty dictionary
-    PropertyList(PropertyList&&) noexcept;
-    PropertyList& operator=(PropertyList&&) noexcept;
+    PropertyList();
     ~PropertyList();
-
-    // The list, or what is wrong with the bytes ("is cut short", "its root is not a dictionary").
-    static std::variant<PropertyList, std::string> fromBytes(std::string_view bytes);
-
-    // Everything, converted. Values without a meaning here (archiver references) are left out.
-    Dictionary dictionary() const;
+    PropertyList(const PropertyList&) = delete;
+    PropertyList& operator=(const PropertyList&) = delete;
 
     void set(std::string_view key, const Value& value);
     void remove(std::string_view key);
-    // Takes over every key of the other list, as it stands there.
-    void merge(const PropertyList& other);
+    // Takes over the keys of another list, as they stand there. What is wrong with it, or nil.
+    std::optional<std::string> merge(std::string_view bytes);
 
-    // The binary form, or why it cannot be written without a loss.
+    // The binary form, or why other readers of the format, or this one, would refuse it.
     struct Unwritable {
         std::string why;  // "would be larger than 64 MiB"
     };
     std::variant<std::string, Unwritable> binary() const;
 
 private:
-    struct Tree;
-    std::unique_ptr<Tree> tree_;
+    struct Making;
+    std::unique_ptr<Making> making_;
 };
 
 }  // namespace lunabrook

@@ -41,8 +41,8 @@ std::filesystem::path withoutLinks(const std::filesystem::path& file) {
 // within one tick of the clock could carry the first one's identity.
 struct SuiteFile::Loaded {
     FileDescriptor file;
-    std::optional<FileIdentity> identity;
-    PropertyList list;
+    std::optional<FileIdentity> identity;  // nil when there is no file
+    std::string bytes;
     std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
 };
 
@@ -56,10 +56,9 @@ bool SuiteFile::fail(const std::string& what) const {
     return false;
 }
 
-// What is wrong with the file, or nil; `loaded` is then what it holds. A missing file is an empty one.
+// What is wrong with the file, or nil; then its bytes are loaded. A missing file has no identity.
 std::optional<std::string> SuiteFile::load(Loaded& loaded) const {
     constexpr int kAttempts = 3;  // a program that writes in place may be at it while the bytes are read
-    std::string bytes;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         loaded.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK);
         if (!loaded.file.isOpen()) {
@@ -75,33 +74,34 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded) const {
         if (status.st_size > static_cast<off_t>(kMaximumPropertyListBytes)) {
             return "is larger than 64 MiB";
         }
-        if (!readAll(loaded.file, static_cast<std::size_t>(status.st_size), bytes)) {
+        if (!readAll(loaded.file, static_cast<std::size_t>(status.st_size), loaded.bytes)) {
             return "cannot be read: " + lastErrorText();
         }
         if (::fstat(loaded.file.number(), &status) == 0 && FileIdentity(status) == *loaded.identity) {
             break;
         }
     }
-    auto result = PropertyList::fromBytes(bytes);
-    if (auto* damage = std::get_if<std::string>(&result)) {
-        return std::move(*damage);
-    }
-    loaded.list = std::get<PropertyList>(std::move(result));
     return std::nullopt;
 }
 
 std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
     if (!loaded_ || loaded_->identity != identityOf(file_)) {
         auto loaded = std::make_unique<Loaded>();
-        if (const auto damage = load(*loaded)) {
+        std::optional<std::string> damage = load(*loaded);
+        if (!damage && loaded->identity) {
+            auto contents = dictionaryFromPropertyList(std::exchange(loaded->bytes, {}));
+            if (auto* dictionary = std::get_if<Dictionary>(&contents)) {
+                loaded->contents = std::make_shared<const Dictionary>(std::move(*dictionary));
+            } else {
+                damage = std::get<std::string>(std::move(contents));
+            }
+        }
+        if (damage) {
             fail(*damage + "; it is left as it is and reads as empty");
-        } else {
-            loaded->contents = std::make_shared<const Dictionary>(loaded->list.dictionary());
         }
         if (!loaded->identity) {
             loaded->identity = identityOf(file_);  // a file that cannot be opened is told once, too
         }
-        loaded->list = PropertyList();  // the snapshot is what reads need; a transaction loads for itself
         loaded_ = std::move(loaded);
     }
     return loaded_->contents;
@@ -132,11 +132,16 @@ bool SuiteFile::change(const std::function<void(PropertyList&)>& edit) {
 
 bool SuiteFile::changeLocked(const std::function<void(PropertyList&)>& edit) {
     Loaded loaded;
-    if (const auto damage = load(loaded)) {
+    PropertyList list;
+    edit(list);
+    std::optional<std::string> damage = load(loaded);
+    if (!damage && loaded.identity) {
+        damage = list.merge(loaded.bytes);
+    }
+    if (damage) {
         return fail(*damage + "; it is left as it is and nothing was written");
     }
-    edit(loaded.list);
-    const auto bytes = loaded.list.binary();
+    const auto bytes = list.binary();
     if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {
         return fail(unwritable->why + "; nothing was written");
     }

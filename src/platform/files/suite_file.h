@@ -28,7 +28,8 @@ public:
     // What the file holds now; loaded again only when its identity changed. Empty when missing or damaged (told once).
     std::shared_ptr<const Dictionary> snapshot();
 
-    // One transaction. False with a fault told when nothing was written: the old file is whole then.
+    // One transaction: what the edit says about a key goes before what the file says. False with a fault told when
+    // nothing was written: the old file is whole then.
     bool change(const std::function<void(PropertyList&)>& edit);
 
     bool synchronize();

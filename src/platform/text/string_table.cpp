@@ -189,12 +189,12 @@ std::variant<std::string, SyntaxError> decoded(std::string_view bytes) {
 }
 
 std::variant<StringTable, SyntaxError> tableFromPropertyList(std::string_view bytes) {
-    const auto list = PropertyList::fromBytes(bytes);
-    if (const auto* what = std::get_if<std::string>(&list)) {
+    const auto contents = dictionaryFromPropertyList(bytes);
+    if (const auto* what = std::get_if<std::string>(&contents)) {
         return SyntaxError{0, *what};
     }
     StringTable table;
-    for (const auto& [key, value] : std::get<PropertyList>(list).dictionary()) {
+    for (const auto& [key, value] : std::get<Dictionary>(contents)) {
         if (value.string() != nullptr) {
             table.emplace(key, *value.string());
         }

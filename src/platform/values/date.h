@@ -20,6 +20,13 @@ constexpr double secondsSince1970(Date date) { return date.time_since_epoch().co
 // Negative seconds go back.
 constexpr Date dateByAddingSeconds(Date date, double seconds) { return date + TimeInterval{seconds}; }
 
+// Whether every reader of a store understands the date: none that is not finite, and no year beyond 1 to 9999.
+constexpr bool isOfFourDigitYear(Date date) {
+    constexpr double kFirst = -62135596800.0;   // 0001-01-01 00:00:00 UTC
+    constexpr double kBehind = 253402300800.0;  // 10000-01-01 00:00:00 UTC
+    return secondsSince1970(date) >= kFirst && secondsSince1970(date) < kBehind;
+}
+
 // Positive when `later` is the later one.
 constexpr double secondsFrom(Date earlier, Date later) { return (later - earlier).count(); }
 
