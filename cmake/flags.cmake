@@ -6,6 +6,12 @@ target_compile_options(lunabrook_flags INTERFACE -Wall -Wextra -Wpedantic -Wshad
 target_compile_options(lunabrook_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 # The metrics compare single-precision results with double bounds: no fused or widened arithmetic.
 target_compile_options(lunabrook_flags INTERFACE -ffp-contract=off)
+# Many small relocations in a few words: fewer pages to read at the start of every process.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -Wl,-z,pack-relative-relocs LUNABROOK_CAN_PACK_RELOCATIONS)
+if(LUNABROOK_CAN_PACK_RELOCATIONS)
+  target_link_options(lunabrook_flags INTERFACE -Wl,-z,pack-relative-relocs)
+endif()
 if(LUNABROOK_SANITIZE)
   target_compile_options(lunabrook_flags INTERFACE -fsanitize=${LUNABROOK_SANITIZE} -fno-sanitize-recover=all
                                                    -fno-omit-frame-pointer)
