@@ -1,12 +1,11 @@
-#include <fstream>
 #include <iostream>
-#include <iterator>
 
 #include "command/demo_week.h"
 #include "command/verbs.h"
 #include "host/json_output.h"
 #include "metrics/store_keys.h"
 #include "platform/device/user_defaults.h"
+#include "platform/files/private/whole_file.h"
 #include "platform/files/property_list.h"
 
 namespace lunabrook {
@@ -17,12 +16,9 @@ std::filesystem::path storeFile(const Device& device) {
     return device.preferences() / (std::string(kGroupSuite) + ".plist");
 }
 
-// One byte more than may be read is enough to know that a file is too large.
-std::string boundedContents(std::istream& stream) {
-    std::string bytes(kMaximumPropertyListBytes + 1, '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(stream.gcount()));
-    return bytes;
+ExitStatus complainOfStore(const std::filesystem::path& file) {
+    return complain("a store is there already and is not touched: " + file.string() +
+                    "; name an empty folder with --preferences");
 }
 
 }  // namespace
@@ -31,15 +27,15 @@ ExitStatus makeDemo(const Device& device) {
     const std::filesystem::path file = storeFile(device);
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
-        return complain("a store is there already and is not touched: " + file.string() +
-                        "; name an empty folder with --preferences");
+        return complainOfStore(file);
     }
     UserDefaults::Changes changes;
     for (auto& [key, value] : demoWeek(device)) {
         changes.emplace(key, value);
     }
-    if (!UserDefaults(device, kGroupSuite).setObjects(changes)) {
-        return ExitStatus::fault;
+    const UserDefaults::Creation creation = UserDefaults(device, kGroupSuite).create(changes);
+    if (creation != UserDefaults::Creation::made) {  // another program may have been faster
+        return creation == UserDefaults::Creation::wasThere ? complainOfStore(file) : ExitStatus::fault;
     }
     std::cout << "A made-up week that ends this morning is in " << file.string()
               << "\nTry: lunabrook ask sleep-rings time-asleep readiness\n";
@@ -59,8 +55,11 @@ ExitStatus showStore(const Device& device, const std::string& key) {
 }
 
 ExitStatus importStore(const Device& device, const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes = boundedContents(stream);
+    std::string bytes;
+    const FileDescriptor opened(file, O_RDONLY);
+    if (!opened.isOpen() || !readAll(opened, kMaximumPropertyListBytes, bytes)) {
+        return complain(file + " cannot be read: " + lastErrorText() + "; nothing was imported");
+    }
     const auto contents = dictionaryFromPropertyList(bytes);
     if (const auto* damage = std::get_if<std::string>(&contents)) {
         return complain(file + " " + *damage + "; nothing was imported");

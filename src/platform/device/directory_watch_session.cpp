@@ -1,6 +1,6 @@
 #include "platform/device/directory_watch_session.h"
 
-#include "platform/files/private/atomic_file.h"
+#include "platform/files/private/whole_file.h"
 #include "platform/files/property_list.h"
 
 namespace lunabrook {
@@ -87,7 +87,12 @@ std::optional<WCError> DirectoryWatchSession::write(const Dictionary& context) c
         return WCError{"the context " + unwritable->why};
     }
     const std::filesystem::path file = inbox_ / "application-context.plist";
-    if (const auto error = replaceFile(file, std::get<std::string>(bytes), uniqueTemporary(file))) {
+    const FileDescriptor folder(inbox_, O_RDONLY | O_DIRECTORY);
+    auto error = lock(folder, kPatience);
+    if (!error) {
+        error = replaceFile(file, std::get<std::string>(bytes));
+    }
+    if (error) {
         return WCError{file.string() + " cannot be written: " + *error};
     }
     return std::nullopt;

@@ -29,8 +29,10 @@ bool UserDefaults::boolForKey(std::string_view key) const {
 
 std::shared_ptr<const Dictionary> UserDefaults::contents() const { return file_->snapshot(); }
 
-bool UserDefaults::setObjects(const Changes& changes) {
-    return file_->change([&changes](PropertyList& list) {
+namespace {
+
+SuiteFile::Edit editOf(const UserDefaults::Changes& changes) {
+    return [&changes](PropertyList& list) {
         for (const auto& [key, value] : changes) {
             if (value) {
                 list.set(key, *value);
@@ -38,7 +40,20 @@ bool UserDefaults::setObjects(const Changes& changes) {
                 list.remove(key);
             }
         }
-    });
+    };
+}
+
+}  // namespace
+
+bool UserDefaults::setObjects(const Changes& changes) {
+    return file_->change(editOf(changes)) == SuiteFile::Change::written;
+}
+
+UserDefaults::Creation UserDefaults::create(const Changes& contents) {
+    const SuiteFile::Change change = file_->change(editOf(contents), true);
+    return change == SuiteFile::Change::written    ? Creation::made
+           : change == SuiteFile::Change::wasThere ? Creation::wasThere
+                                                   : Creation::failed;
 }
 
 bool UserDefaults::setObject(std::string_view key, Value value) {
@@ -48,7 +63,8 @@ bool UserDefaults::setObject(std::string_view key, Value value) {
 bool UserDefaults::removeObject(std::string_view key) { return setObjects({{std::string(key), std::nullopt}}); }
 
 bool UserDefaults::merge(std::string_view propertyList) {
-    return file_->change([propertyList](PropertyList& list) { list.merge(propertyList); });
+    const auto takeOver = [propertyList](PropertyList& list) { list.merge(propertyList); };
+    return file_->change(takeOver) == SuiteFile::Change::written;
 }
 
 bool UserDefaults::synchronize() { return file_->synchronize(); }

@@ -41,6 +41,9 @@ public:
     // says true and changes nothing.
     using Changes = std::map<std::string, std::optional<Value>, std::less<>>;
     bool setObjects(const Changes& changes);
+    // Into a file that is not there yet; nothing is written, and no fault told, when it is.
+    enum class Creation { made, failed, wasThere };
+    Creation create(const Changes& contents);
     bool setObject(std::string_view key, Value value);
     bool removeObject(std::string_view key);
     // Takes over every key of a property list, values without a meaning here as well.

@@ -1,39 +1,33 @@
 #include "platform/files/suite_file.h"
 
-#include <sys/file.h>
 #include <sys/stat.h>
 
-#include "platform/files/private/atomic_file.h"
-#include "platform/files/private/file_descriptor.h"
+#include <thread>
+#include <utility>
+
 #include "platform/files/private/file_identity.h"
 
 namespace lunabrook {
 
 namespace {
 
-bool readAll(const FileDescriptor& file, std::size_t size, std::string& bytes) {
-    bytes.resize(size);
-    std::size_t filled = 0;
-    while (filled < size) {
-        const ssize_t count = ::read(file.number(), bytes.data() + filled, size - filled);
-        if (count < 0 && errno == EINTR) {
-            continue;
+// Where the links end: lock, temporary file and target stand together there, whatever name the store goes by. What the
+// last link leads to may be missing.
+std::filesystem::path withoutLinks(std::filesystem::path file) {
+    constexpr int kMostLinks = 40;  // as the system's own
+    std::error_code error;
+    for (int link = 0; link < kMostLinks; ++link) {
+        const std::filesystem::path target = std::filesystem::read_symlink(file, error);
+        if (error) {
+            break;
         }
-        if (count <= 0) {
-            bytes.resize(filled);
-            return count == 0;
-        }
-        filled += static_cast<std::size_t>(count);
+        file = file.parent_path() / target;
     }
-    return true;
+    const std::filesystem::path folder = std::filesystem::canonical(file.parent_path(), error);
+    return error ? file : folder / file.filename();
 }
 
-// A link stays a link: what it points to is what is replaced.
-std::filesystem::path withoutLinks(const std::filesystem::path& file) {
-    std::error_code error;
-    std::filesystem::path target = std::filesystem::canonical(file, error);
-    return error ? file : target;
-}
+bool isMissing(int error) { return error == ENOENT || error == ENOTDIR; }
 
 }  // namespace
 
@@ -42,12 +36,12 @@ std::filesystem::path withoutLinks(const std::filesystem::path& file) {
 struct SuiteFile::Loaded {
     FileDescriptor file;
     std::optional<FileIdentity> identity;  // nil when there is no file
-    std::string bytes;
     std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
 };
 
-SuiteFile::SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults)
-    : file_(std::move(file)), dropsWrites_(dropsWrites), faults_(std::move(faults)) {}
+SuiteFile::SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults,
+                     std::chrono::milliseconds patience)
+    : file_(std::move(file)), dropsWrites_(dropsWrites), faults_(std::move(faults)), patience_(patience) {}
 
 SuiteFile::~SuiteFile() = default;
 
@@ -56,112 +50,115 @@ bool SuiteFile::fail(const std::string& what) const {
     return false;
 }
 
-// What is wrong with the file, or nil; then its bytes are loaded. A missing file has no identity.
-std::optional<std::string> SuiteFile::load(Loaded& loaded) const {
-    constexpr int kAttempts = 3;  // a program that writes in place may be at it while the bytes are read
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        loaded.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK);
-        if (!loaded.file.isOpen()) {
-            const bool missing = errno == ENOENT || errno == ENOTDIR;
-            return missing ? std::nullopt : std::optional("cannot be read: " + lastErrorText());
+// What is wrong with the file, or nil. A missing file has no identity, and its bytes are not looked at.
+std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& reader) const {
+    loaded.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK);
+    loaded.identity = identityOf(file_);
+    if (!loaded.file.isOpen()) {
+        return isMissing(errno) ? std::nullopt : std::optional("cannot be read: " + lastErrorText());
+    }
+    struct stat status = {};
+    ::fstat(loaded.file.number(), &status);
+    loaded.identity.emplace(status);  // what was opened may be another file already
+    if (!S_ISREG(status.st_mode)) {
+        return "is not a file";
+    }
+    if (status.st_size > static_cast<off_t>(kMaximumPropertyListBytes)) {
+        return "is larger than 64 MiB";
+    }
+    std::string bytes;
+    if (!readAll(loaded.file, kMaximumPropertyListBytes, bytes)) {
+        return "cannot be read: " + lastErrorText();
+    }
+    return reader(std::move(bytes));
+}
+
+// A program that writes in place, without the lock, may be at it: what it wrote until then seems damaged.
+std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader) const {
+    constexpr int kAttempts = 8;
+    constexpr std::chrono::milliseconds kPause(25);
+    for (int attempt = 1;; ++attempt) {
+        const auto damage = loadOnce(loaded, reader);
+        if (!damage && loaded.identity == identityOf(file_)) {
+            return damage;
         }
-        struct stat status = {};
-        ::fstat(loaded.file.number(), &status);
-        loaded.identity.emplace(status);
-        if (!S_ISREG(status.st_mode)) {
-            return "is not a file";
+        if (damage) {
+            std::this_thread::sleep_for(kPause);
         }
-        if (status.st_size > static_cast<off_t>(kMaximumPropertyListBytes)) {
-            return "is larger than 64 MiB";
-        }
-        if (!readAll(loaded.file, static_cast<std::size_t>(status.st_size), loaded.bytes)) {
-            return "cannot be read: " + lastErrorText();
-        }
-        if (::fstat(loaded.file.number(), &status) == 0 && FileIdentity(status) == *loaded.identity) {
-            break;
+        if (attempt == kAttempts || loaded.identity == identityOf(file_)) {
+            return damage;
         }
     }
-    return std::nullopt;
 }
 
 std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
     if (!loaded_ || loaded_->identity != identityOf(file_)) {
         auto loaded = std::make_unique<Loaded>();
-        std::optional<std::string> damage = load(*loaded);
-        if (!damage && loaded->identity) {
-            auto contents = dictionaryFromPropertyList(std::exchange(loaded->bytes, {}));
-            if (auto* dictionary = std::get_if<Dictionary>(&contents)) {
-                loaded->contents = std::make_shared<const Dictionary>(std::move(*dictionary));
-            } else {
-                damage = std::get<std::string>(std::move(contents));
+        const auto damage = load(*loaded, [&loaded](const std::string& bytes) -> std::optional<std::string> {
+            auto contents = dictionaryFromPropertyList(bytes);
+            if (auto* what = std::get_if<std::string>(&contents)) {
+                return std::move(*what);
             }
-        }
+            loaded->contents = std::make_shared<const Dictionary>(std::get<Dictionary>(std::move(contents)));
+            return std::nullopt;
+        });
         if (damage) {
+            loaded->contents = std::make_shared<const Dictionary>();
             fail(*damage + "; it is left as it is and reads as empty");
-        }
-        if (!loaded->identity) {
-            loaded->identity = identityOf(file_);  // a file that cannot be opened is told once, too
         }
         loaded_ = std::move(loaded);
     }
     return loaded_->contents;
 }
 
-bool SuiteFile::change(const std::function<void(PropertyList&)>& edit) {
+SuiteFile::Change SuiteFile::change(const Edit& edit, bool mustBeNew) {
     if (dropsWrites_) {
-        return true;
+        return Change::written;
     }
-    std::error_code error;
-    std::filesystem::create_directories(file_.parent_path(), error);
-    if (error) {
-        return fail("cannot be written: " + error.message());
+    const auto failed = [this](const std::string& what) {
+        fail(what);
+        return Change::failed;
+    };
+    const std::filesystem::path target = withoutLinks(file_);
+    if (const auto error = makeFolder(target.parent_path())) {
+        return failed("cannot be written: " + *error);
     }
-    std::filesystem::path lockFile = file_;
+    std::filesystem::path lockFile = target;
     lockFile += ".lock";
-    const FileDescriptor lock(lockFile, O_RDWR | O_CREAT, kPrivateFile);
-    if (!lock.isOpen()) {
-        return fail("cannot be locked, so nothing was written: " + lastErrorText());
+    const FileDescriptor locked(lockFile, O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK, kPrivateFile);
+    if (const auto error = lock(locked, patience_)) {
+        return failed("cannot be locked, so nothing was written: " + *error);
     }
-    while (::flock(lock.number(), LOCK_EX) != 0) {
-        if (errno != EINTR) {
-            return fail("cannot be locked, so nothing was written: " + lastErrorText());
-        }
-    }
-    return changeLocked(edit);  // closing the lock file unlocks
-}
-
-bool SuiteFile::changeLocked(const std::function<void(PropertyList&)>& edit) {
     Loaded loaded;
-    PropertyList list;
-    edit(list);
-    std::optional<std::string> damage = load(loaded);
-    if (!damage && loaded.identity) {
-        damage = list.merge(loaded.bytes);
+    auto list = std::make_unique<PropertyList>();
+    edit(*list);
+    const auto damage = load(loaded, [&](const std::string& bytes) {
+        list = std::make_unique<PropertyList>();  // an attempt may have left half of a file in the last one
+        edit(*list);
+        return list->merge(bytes);
+    });
+    if (mustBeNew && loaded.identity) {
+        return Change::wasThere;
     }
     if (damage) {
-        return fail(*damage + "; it is left as it is and nothing was written");
+        return failed(*damage + "; it is left as it is and nothing was written");
     }
-    const auto bytes = list.binary();
+    const auto bytes = list->binary();
     if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {
-        return fail(unwritable->why + "; nothing was written");
+        return failed(unwritable->why + "; nothing was written");
     }
-    return replaceBy(std::get<std::string>(bytes));
-}
-
-bool SuiteFile::replaceBy(const std::string& bytes) const {
-    const std::filesystem::path target = withoutLinks(file_);
-    std::filesystem::path temporary = target;
-    temporary += ".new";  // one name is enough under the lock, and a killed writer leaves at most one behind
-    if (const auto error = replaceFile(target, bytes, temporary)) {
-        return fail("cannot be written and stays as it was: " + *error);
+    takeOwnerFrom(loaded.identity ? target : target.parent_path(), locked);
+    if (const auto error = replaceFile(target, std::get<std::string>(bytes))) {
+        return failed("cannot be written and stays as it was: " + *error);
     }
-    return true;
+    return Change::written;  // closing the lock file unlocks
 }
 
 bool SuiteFile::synchronize() {
-    for (const std::filesystem::path& path : {file_, file_.parent_path()}) {
+    const std::filesystem::path target = withoutLinks(file_);
+    for (const std::filesystem::path& path : {target, target.parent_path()}) {
         const FileDescriptor opened(path, O_RDONLY | O_NONBLOCK);
-        const bool missing = !opened.isOpen() && (errno == ENOENT || errno == ENOTDIR);
+        const bool missing = !opened.isOpen() && isMissing(errno);
         if (!missing && (!opened.isOpen() || ::fsync(opened.number()) != 0)) {
             return fail("cannot be put on the disk: " + lastErrorText());
         }

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "platform/files/fault.h"
+#include "platform/files/private/whole_file.h"
 #include "platform/files/property_list.h"
 #include "platform/values/value.h"
 
@@ -19,8 +20,9 @@ namespace lunabrook {
 
 class SuiteFile {
 public:
-    // With `dropsWrites` every transaction succeeds and changes nothing.
-    SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults);
+    // With `dropsWrites` every transaction succeeds and changes nothing. `patience` is for the lock.
+    SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults,
+              std::chrono::milliseconds patience = kPatience);
     ~SuiteFile();
     SuiteFile(const SuiteFile&) = delete;
     SuiteFile& operator=(const SuiteFile&) = delete;
@@ -28,23 +30,26 @@ public:
     // What the file holds now; loaded again only when its identity changed. Empty when missing or damaged (told once).
     std::shared_ptr<const Dictionary> snapshot();
 
-    // One transaction: what the edit says about a key goes before what the file says. False with a fault told when
-    // nothing was written: the old file is whole then.
-    bool change(const std::function<void(PropertyList&)>& edit);
+    // One transaction: what the edit says about a key goes before what the file says; it may be asked more than once.
+    // A fault is told when it failed, and none when the file should be a new one and is there: the file is whole then.
+    enum class Change { written, failed, wasThere };
+    using Edit = std::function<void(PropertyList&)>;
+    Change change(const Edit& edit, bool mustBeNew = false);
 
     bool synchronize();
 
 private:
     struct Loaded;
+    using Reader = std::function<std::optional<std::string>(const std::string& bytes)>;  // what is wrong with them
 
     bool fail(const std::string& what) const;
-    std::optional<std::string> load(Loaded& loaded) const;
-    bool changeLocked(const std::function<void(PropertyList&)>& edit);
-    bool replaceBy(const std::string& bytes) const;
+    std::optional<std::string> loadOnce(Loaded& loaded, const Reader& reader) const;
+    std::optional<std::string> load(Loaded& loaded, const Reader& reader) const;
 
     std::filesystem::path file_;
     bool dropsWrites_;
     FaultListener faults_;
+    std::chrono::milliseconds patience_;
     std::unique_ptr<Loaded> loaded_;
 };
 

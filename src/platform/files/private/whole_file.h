@@ -1,0 +1,34 @@
+// Reading and writing of whole files, and the lock that keeps other programs from writing meanwhile.
+
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "platform/files/private/file_descriptor.h"
+
+namespace lunabrook {
+
+// Up to the end, or a little beyond the limit: enough to know that there is more. False with `errno` when it cannot.
+bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes);
+
+// In one step: a reader, a kill or a power cut finds the old bytes or the new ones. Owner and mode of an old file stay;
+// a new one is private and belongs to whom the folder belongs to. Under a lock, since a temporary file of one name
+// beside the target is enough then and what a killed writer left goes with the next write. What went wrong, or nil;
+// after a fault the old file is whole and the temporary one gone.
+std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes);
+
+// Waits until no other program has it locked; closing unlocks. What went wrong, or nil.
+inline constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(10);
+std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience);
+
+// Root writes into the folders of others: what it makes there is theirs.
+void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file);
+
+// Only the owner may look into what is made, whatever the mask of the process. What went wrong, or nil.
+std::optional<std::string> makeFolder(const std::filesystem::path& folder);
+
+}  // namespace lunabrook

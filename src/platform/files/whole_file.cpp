@@ -1,0 +1,119 @@
+#include "platform/files/private/whole_file.h"
+
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <thread>
+
+namespace lunabrook {
+
+namespace {
+
+constexpr mode_t kPrivateFolder = 0700;
+
+bool writeAll(const FileDescriptor& file, const std::string& bytes) {
+    std::size_t written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count = ::write(file.number(), bytes.data() + written, bytes.size() - written);
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        written += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return true;
+}
+
+// "process 1234", from the system's table of locks: "1: FLOCK  ADVISORY  WRITE 1234 08:01:5678 0 EOF".
+std::string holderOf(const FileDescriptor& file) {
+    struct stat status = {};
+    ::fstat(file.number(), &status);
+    std::ifstream table("/proc/locks");
+    for (std::string number, kind, advice, access, process, place, rest;
+         table >> number >> kind >> advice >> access >> process >> place && std::getline(table, rest);) {
+        if (kind == "FLOCK" && place.ends_with(":" + std::to_string(status.st_ino))) {
+            return "process " + process;
+        }
+    }
+    return "another program";
+}
+
+}  // namespace
+
+bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes) {
+    std::array<char, 1 << 16> chunk;
+    bytes.clear();
+    while (bytes.size() <= limit) {
+        const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
+        if (count == 0 || (count < 0 && errno != EINTR)) {
+            return count == 0;
+        }
+        bytes.append(chunk.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
+std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes) {
+    std::filesystem::path temporary = target;
+    temporary += ".new";
+    ::unlink(temporary.c_str());
+    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
+    struct stat old = {};
+    const bool isNew = ::stat(target.c_str(), &old) != 0;
+    takeOwnerFrom(isNew ? target.parent_path() : target, file);
+    constexpr mode_t kPermissions = 0777;
+    const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
+    // The bytes reach the disk before the name does, so a power cut never finds half of them.
+    const bool isWritten = file.isOpen() && ::fchmod(file.number(), mode) == 0 && writeAll(file, bytes) &&
+                           ::fdatasync(file.number()) == 0 && file.close();
+    if (isWritten && ::rename(temporary.c_str(), target.c_str()) == 0) {
+        return std::nullopt;
+    }
+    const std::string error = lastErrorText();
+    ::unlink(temporary.c_str());
+    return error;
+}
+
+std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience) {
+    constexpr std::chrono::microseconds kLongestPause(2000);
+    std::chrono::microseconds pause(50);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!file.isOpen() || ::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (!file.isOpen() || (errno != EINTR && errno != EWOULDBLOCK)) {
+            return lastErrorText();
+        }
+        if (std::chrono::steady_clock::now() >= end) {
+            return holderOf(file) + " has held the lock for more than " +
+                   std::to_string(std::chrono::duration_cast<std::chrono::seconds>(patience).count()) + " seconds";
+        }
+        std::this_thread::sleep_for(pause);
+        pause = std::min(2 * pause, kLongestPause);
+    }
+    return std::nullopt;
+}
+
+void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file) {
+    struct stat status = {};
+    if (::geteuid() == 0 && file.isOpen() && ::stat(other.c_str(), &status) == 0) {
+        // A file system that knows no owners is no reason to write nothing.
+        [[maybe_unused]] const int ignored = ::fchown(file.number(), status.st_uid, status.st_gid);
+    }
+}
+
+std::optional<std::string> makeFolder(const std::filesystem::path& folder) {
+    std::error_code ignored;
+    if (folder.empty() || std::filesystem::is_directory(folder, ignored)) {
+        return std::nullopt;
+    }
+    if (auto error = makeFolder(folder.parent_path())) {
+        return error;
+    }
+    const bool isMade = ::mkdir(folder.c_str(), kPrivateFolder) == 0 && ::chmod(folder.c_str(), kPrivateFolder) == 0;
+    return isMade || (errno == EEXIST && std::filesystem::is_directory(folder, ignored))
+               ? std::nullopt
+               : std::optional(lastErrorText());
+}
+
+}  // namespace lunabrook
