@@ -87,7 +87,9 @@ ExitStatus answer(const Device& device, IntentHandler& handler, const IntentRout
     if (asJson) {
         printJson(route, reply);
     } else {
-        std::cout << reply.response.value_or("") << "\n";  // an empty line keeps the answers in step with the call
+        const std::string response = reply.response.value_or("");
+        std::cout << (standardOutputIsTerminal() ? withoutControls(response) : response)
+                  << "\n";  // an empty line keeps the answers in step with the call
         if (hasFailed) {
             tellFailure(device, route);
         }

@@ -39,7 +39,7 @@ void Page::add(const std::vector<Cell>& cells) {
             gap.append(static_cast<std::size_t>(cell.columns), ' ');
             continue;
         }
-        const std::string shown = textFittedTo(cell.text, left);
+        const std::string shown = textFittedTo(withoutControls(cell.text), left);
         const int width = displayWidth(shown);
         const bool isColoured = hasColours_ && cell.ink != Ink::plain;
         text_.append(gap).append(isColoured ? escapeOf(cell.ink) : "").append(shown);

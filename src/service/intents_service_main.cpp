@@ -1,3 +1,6 @@
+#include "host/program_entry.h"
 #include "service/extension_main.h"
 
-int main(int argc, char** argv) { return lunabrook::NSExtensionMain(argc, argv); }
+int main(int argc, char** argv) {
+    return lunabrook::runProgram("lunabrook-intents", &lunabrook::NSExtensionMain, argc, argv);
+}

@@ -130,6 +130,7 @@ TEST_F(Command, ImportsAnotherListUnderTheLock) {
     const Outcome bad = run("store import '" + inFolder("bad.plist") + "'");
     EXPECT_EQ(bad.status, 2);
     EXPECT_THAT(bad.error, HasSubstr("whose root is not a dictionary; nothing was imported"));
+    EXPECT_THAT(run("store import /proc/self/mem").error, HasSubstr("cannot be read: Input/output error; nothing was"));
 }
 
 TEST_F(Command, DamagedStoreIsToldAfterTheAnswerAndStaysAsItIs) {
@@ -170,11 +171,41 @@ TEST_F(Command, OutputThatCannotBeWrittenIsAFailure) {
 TEST_F(Command, FullDiskKeepsTheStoreAndTheAnswer) {
     writeFile(storeFile(), "<plist><dict><key>a</key><string>" + std::string(600, 'x') + "</string></dict></plist>");
     const std::string store = readFile(storeFile());
-    const Outcome full = run("ask lights-off", kPinned, "trap '' XFSZ; ulimit -f 1;");  // no file beyond 512 bytes
+    const Outcome full = run("ask lights-off", kPinned, "ulimit -f 1;");  // no file beyond 512 bytes
     EXPECT_EQ(full.status, 3);
     EXPECT_EQ(full.output, "Good Night\n");
     EXPECT_THAT(full.error, HasSubstr("cannot be written and stays as it was"));
     EXPECT_EQ(readFile(storeFile()), store);
+    EXPECT_FALSE(std::filesystem::exists(storeFile().string() + ".new"));
+}
+
+#ifndef __SANITIZE_ADDRESS__  // needs all the memory that there is
+TEST_F(Command, SaysThatMemoryRanOut) {
+    PropertyList list;
+    list.set("a", Data(60U << 20));
+    writeFile(storeFile(), std::get<std::string>(list.binary()));
+    const Outcome asked = run("ask readiness", kPinned, "ulimit -v 120000;");
+    EXPECT_EQ(asked.status, 3);
+    EXPECT_EQ(asked.error, "lunabrook: there is not enough memory\n");
+}
+#endif
+
+TEST_F(Command, TwoDemosAtOnceMakeOneStore) {
+    for (int round = 0; round < 10; ++round) {
+        const std::string demo = "'" LUNABROOK_PROGRAM "' --preferences '" + preferences().string() + "' demo 2>&1";
+        const Ended both = shell("(" + demo + "; echo $?) & " + demo + "; echo $?; wait");
+        const auto count = [&both](const char* what) {
+            std::size_t times = 0;
+            for (std::size_t at = both.output.find(what); at != std::string::npos;
+                 at = both.output.find(what, at + 1)) {
+                ++times;
+            }
+            return times;
+        };
+        EXPECT_EQ(count("A made-up week"), 1U) << both.output;
+        EXPECT_EQ(count("a store is there already"), 1U) << both.output;
+        std::filesystem::remove_all(preferences());
+    }
 }
 
 TEST_F(Command, DamagedStringTableIsToldWithItsLine) {

@@ -48,7 +48,8 @@ TEST(Page, KeepsToItsColumnsWithoutBlanksAtTheEnd) {
     page.add({{"睡眠", 6}, {"x", 4, Ink::good}, {"", 5}, {"end"}});
     page.add({{std::string(90, 'a')}, {"lost"}});
     page.add({{"a", 10}, {""}});
-    EXPECT_EQ(page.text(), "睡眠  x        end\n" + std::string(79, 'a') + "…\na\n");
+    page.add({{"a\x1b[2J\u009B\x7F", 10}});  // what a terminal would obey
+    EXPECT_EQ(page.text(), "睡眠  x        end\n" + std::string(79, 'a') + "…\na\na\uFFFD[2J\uFFFD\uFFFD\n");
     Page coloured(true);
     coloured.add({{"a", 2, Ink::heading}, {"b", 2, Ink::quiet}, {"c", 2, Ink::good}, {"d", 2}});
     coloured.add({{"e", 2, Ink::bad}, {"f", 2, Ink::rise}, {"g", 0, Ink::fall}});

@@ -142,6 +142,13 @@ TEST(SleepBankTest, GivesTheWholeResultAndServesItAtNight) {
     EXPECT_EQ(shown(bankResult(withoutWake, week(28800, 10, {{"medianWake", -1}}))),
               "bankBalance: #28800 | bankForecast: #28800 | bankPercent: #1");
     EXPECT_FALSE(withoutWake.stored().contains("cachedSleepBank"));
+
+    // No store can hold that date: other readers of the list would refuse all of it.
+    TestDevice absurd{{.now = kWednesday}};
+    const Dictionary wakeAt{{"WakeFixed3", true}, {"WakeTime3", 1e18}};
+    EXPECT_TRUE(bankResult(absurd, week(28800), wakeAt)->contains("wakeTime"));
+    EXPECT_FALSE(absurd.stored().contains("cachedSleepBank"));
+    EXPECT_TRUE(absurd.faults().empty());
 }
 
 TEST(SleepBankTest, TheCacheIsServedFromAMinuteAfterThePreviousStart) {

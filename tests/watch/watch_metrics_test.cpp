@@ -107,6 +107,7 @@ TEST_F(DirectoryWatch, DeliversToAPairedWatchWithTheApplication) {
     std::filesystem::create_directories(inbox_);
     EXPECT_FALSE(delivered());  // no application
     writeFile(inbox_ / "application.plist", "");
+    writeFile(inbox_ / "application-context.plist.new", "left by a killed writer");
     EXPECT_EQ(delivered(), kSecond);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(inbox_), {}), 2);  // nothing temporary is left
 }

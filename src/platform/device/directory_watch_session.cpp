@@ -1,5 +1,7 @@
 #include "platform/device/directory_watch_session.h"
 
+#include <new>
+
 #include "platform/files/private/whole_file.h"
 #include "platform/files/property_list.h"
 
@@ -38,6 +40,19 @@ void DirectoryWatchSession::activateSession() {
     changed_.notify_all();
 }
 
+// False when there was no memory for it: nobody is above a thread to hear of that.
+bool DirectoryWatchSession::tell(WCSessionDelegate* delegate, const std::optional<WCError>& error) {
+    try {
+        if (delegate != nullptr) {
+            delegate->session(
+                *this, error ? WCSessionActivationState::notActivated : WCSessionActivationState::activated, error);
+        }
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 void DirectoryWatchSession::completeActivations() {
     std::unique_lock lock(mutex_);
     for (;;) {
@@ -49,13 +64,13 @@ void DirectoryWatchSession::completeActivations() {
         const bool isUsable = !std::filesystem::exists(inbox_, ignored) || isPaired();
         error_ = isUsable ? std::nullopt : std::optional(WCError{inbox_.string() + " is not a folder"});
         called_ = delegate_;
-        if (called_ != nullptr) {
-            const auto error = error_;
-            lock.unlock();  // the delegate calls back into the session
-            called_->session(
-                *this, isUsable ? WCSessionActivationState::activated : WCSessionActivationState::notActivated, error);
-            lock.lock();
-            called_ = nullptr;
+        const auto error = error_;
+        lock.unlock();  // the delegate calls back into the session
+        const bool hasMemory = tell(called_, error);
+        lock.lock();
+        called_ = nullptr;
+        if (!hasMemory) {
+            error_ = WCError{"there is not enough memory"};
         }
         --pending_;
         changed_.notify_all();

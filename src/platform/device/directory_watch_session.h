@@ -42,6 +42,7 @@ public:
 
 private:
     void completeActivations();
+    bool tell(WCSessionDelegate* delegate, const std::optional<WCError>& error);
     std::optional<WCError> write(const Dictionary& context) const;
 
     std::filesystem::path inbox_;

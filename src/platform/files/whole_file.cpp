@@ -44,7 +44,10 @@ std::string holderOf(const FileDescriptor& file) {
 
 bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes) {
     std::array<char, 1 << 16> chunk;
+    struct stat status = {};
+    ::fstat(file.number(), &status);
     bytes.clear();
+    bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
     while (bytes.size() <= limit) {
         const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
         if (count == 0 || (count < 0 && errno != EINTR)) {

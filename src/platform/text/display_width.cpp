@@ -65,6 +65,18 @@ int displayWidth(std::string_view text) {
     return ruler.columns();
 }
 
+std::string withoutControls(std::string_view text) {
+    std::string shown;
+    const auto* units = reinterpret_cast<const std::uint8_t*>(text.data());
+    for (std::size_t start = 0, end = 0; end < text.size(); start = end) {
+        UChar32 character = 0;
+        U8_NEXT_OR_FFFD(units, end, text.size(), character);
+        const bool isControl = u_charType(character) == U_CONTROL_CHAR;
+        shown += isControl ? "\uFFFD" : text.substr(start, end - start);
+    }
+    return shown;
+}
+
 std::string textFittedTo(std::string_view text, int columns) {
     Ruler ruler(text);
     std::size_t end = 0;  // of what fits beside the ellipsis

@@ -177,6 +177,9 @@ std::string textOfArgument(Locale::Data* data, const Placeholder& placeholder, c
                                                              : plainInteger(placeholder, argument));
 }
 
+// Beyond it placeholders print nothing: a long format of wide ones could ask for any amount of memory.
+constexpr std::size_t kMostBytes = std::size_t{1} << 20;
+
 std::string formatted(Locale::Data* data, std::string_view format, std::span<const FormatArgument> arguments) {
     std::string text;
     std::size_t next = 0;
@@ -188,6 +191,9 @@ std::string formatted(Locale::Data* data, std::string_view format, std::span<con
             continue;
         }
         index += placeholder->length;
+        if (text.size() > kMostBytes) {
+            continue;
+        }
         if (placeholder->conversion == '%') {
             text += '%';
             continue;

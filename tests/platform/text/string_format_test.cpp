@@ -65,6 +65,11 @@ TEST(StringFormat, WritesNumbersTheLocalesWay) {
         {"de_DE", "%.1f %d", {kInfinity, 1e300}, "\u221E 9.223.372.036.854.775.807"},
         {"en_US", "%.1f %.1f %.1f", {kNan, -kNan, -kInfinity}, "NaN NaN -\u221E"},  // a regression: once -NaN
     };
+    std::string wide;
+    for (int i = 0; i < 400'000; ++i) {
+        wide += "%512@";
+    }
+    EXPECT_LT(stringWithFormat(wide, {"x"}).size(), 2U << 20);  // once 200 MB, and as much again for each fragment
     for (const auto& row : rows) {
         EXPECT_EQ(localizedStringWithFormat(Locale::named(row.locale).value(), row.format, row.arguments), row.expected)
             << row.locale << " " << row.format;

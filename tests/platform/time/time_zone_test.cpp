@@ -1,6 +1,7 @@
 #include "platform/time/time_zone.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <limits>
 
@@ -26,6 +27,9 @@ TEST(TimeZone, KnowsTheZonesOfItsFolderAndNoOthers) {
     EXPECT_TRUE(TimeZone::named("Home", folder.path()));
     EXPECT_FALSE(TimeZone::named("Europe/Berlin", folder.path()));
     EXPECT_TRUE(TimeZone::named("UTC", folder.path()));
+    const std::string pipe = folder.path() / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(TimeZone::named(pipe)) << "and it was not waited for";
 }
 
 // Once a file that changed was never read again, since loaded zones are kept for the life of the process.
@@ -39,6 +43,9 @@ TEST(TimeZone, SeesThatAFileChanged) {
         std::filesystem::copy_file(zoneData / name, file, std::filesystem::copy_options::overwrite_existing);
         EXPECT_EQ(zone(file.c_str()).secondsFromUtc(noon), seconds) << name;
     }
+    const TimeZone tokyo = zone(file.c_str());
+    std::filesystem::copy_file(zoneData / "Asia/Tokyo", file, std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(zone(file.c_str()), tokyo) << "one more is kept of every content, not of every change";
     std::filesystem::remove(file);
     std::filesystem::create_symlink(zoneData / "America/New_York", file);
     EXPECT_EQ(zone(file.c_str()).secondsFromUtc(noon), -14400);
