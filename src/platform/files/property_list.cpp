@@ -1,5 +1,6 @@
 #include "platform/files/property_list.h"
 
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,8 @@ private:
         ObjectKind kind;
         Dictionary dictionary;
         Array array;
-        std::optional<std::string> key;  // whose value comes next
+        std::optional<std::string> key;           // whose value comes next
+        std::set<std::string, std::less<>> left;  // keys whose first value has no meaning
     };
 
     void take(std::string_view code) override {
@@ -27,11 +29,11 @@ private:
             open_.back().key = textOfCode(code);
         } else if (auto value = valueOfCode(code)) {
             put(*std::move(value));
-        } else if (!open_.empty()) {
-            open_.back().key.reset();
+        } else if (!open_.empty() && open_.back().key) {
+            open_.back().left.insert(*std::exchange(open_.back().key, {}));
         }
     }
-    void begin(ObjectKind kind) override { open_.push_back({kind, {}, {}, {}}); }
+    void begin(ObjectKind kind) override { open_.push_back({kind, {}, {}, {}, {}}); }
     void end() override {
         Open closed = std::move(open_.back());
         open_.pop_back();
@@ -49,8 +51,11 @@ private:
             return;
         }
         if (open_.back().kind == ObjectKind::dictionary) {
-            Dictionary& dictionary = open_.back().dictionary;  // mostly in order, and then the hint saves the search
-            dictionary.emplace_hint(dictionary.end(), *std::exchange(open_.back().key, {}), std::move(value));
+            Dictionary& dictionary = open_.back().dictionary;
+            std::string key = *std::exchange(open_.back().key, {});
+            if (!open_.back().left.contains(key)) {  // keys are mostly in order, and then the hint saves a search
+                dictionary.emplace_hint(dictionary.end(), std::move(key), std::move(value));
+            }
         } else {
             open_.back().array.push_back(std::move(value));
         }

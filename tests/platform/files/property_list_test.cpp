@@ -150,7 +150,7 @@ TEST(PropertyList, WritesEveryValueBackToTheBit) {
     EXPECT_EQ(dictionaryOf(withKeys("", zeroInKey)), zeroInKey);
 }
 
-// Before and after writing; the second spelling of the key is UTF-16.
+// Before and after writing, even when the first value has no meaning.
 TEST(PropertyList, FirstOfADoubledKeyCounts) {
     const std::string doubled = binaryList({"\xD3\x01\x02\x01\x03\x04\x05"s, "\x51k"s, "\x51k"s,
                                             "\x51"
@@ -166,6 +166,7 @@ TEST(PropertyList, FirstOfADoubledKeyCounts) {
                                           "\x51"
                                           "b"s});
     EXPECT_EQ(dictionaryOf(doubled), (Dictionary{{"k", "a"}}));
+    EXPECT_TRUE(dictionaryOf(binaryList({"\xD2\x01\x01\x02\x01"s, "\x51k"s, "\0"s})).empty());
     EXPECT_EQ(dictionaryOf(withKeys(doubled, {{"k", 1}})), (Dictionary{{"k", 1}}));
     EXPECT_EQ(dictionaryOf(withKeys(inner, {})), (Dictionary{{"a", Dictionary{{"a", "a"}}}}));
     EXPECT_EQ(withKeys(inner, {}).find("\xD2"), std::string::npos);
