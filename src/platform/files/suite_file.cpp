@@ -73,7 +73,8 @@ std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& rea
     return reader(std::move(bytes));
 }
 
-// A program that writes in place, without the lock, may be at it: what it wrote until then seems damaged.
+// A program that writes in place, without the lock, may be at it: what it wrote until then seems damaged. It begins by
+// emptying the file, and no other program leaves an empty one.
 std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader) const {
     constexpr int kAttempts = 8;
     constexpr std::chrono::milliseconds kPause(25);
@@ -85,7 +86,8 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader)
         if (damage) {
             std::this_thread::sleep_for(kPause);
         }
-        if (attempt == kAttempts || loaded.identity == identityOf(file_)) {
+        const bool isEmpty = loaded.identity && loaded.identity->size == 0;
+        if (attempt == kAttempts || (loaded.identity == identityOf(file_) && !isEmpty)) {
             return damage;
         }
     }
