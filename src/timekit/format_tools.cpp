@@ -49,7 +49,12 @@ bool FormatTools::is24hr() const {
 
 std::int64_t FormatTools::currentDay(When date) { return integerFrom(HHFormatterWith("dd").stringFromDate(date)); }
 
-std::int64_t FormatTools::currentHour(When date) { return integerFrom(HHFormatterWith("HH").stringFromDate(date)); }
+// What "HH" would write there, without loading a second locale in every request. A day is not as simple: before 1582
+// the formatter counts in another calendar.
+std::int64_t FormatTools::currentHour(When date) {
+    const auto components = cal().componentsFromDate(date);
+    return components ? components->hour : 0;
+}
 
 // Minute and year are read from the user's locale and calendar, unlike day and hour; that is meant.
 std::int64_t FormatTools::currentMin(When date) { return integerFrom(fixed(date, "mm")); }
