@@ -11,7 +11,7 @@
 #include <set>
 
 #include "intents1_proxy.h"
-#include "service/intents_service.h"
+#include "service/bus/intents_service.h"
 #include "support/shell.h"
 #include "support/test_device.h"
 

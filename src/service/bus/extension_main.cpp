@@ -1,4 +1,4 @@
-#include "service/extension_main.h"
+#include "service/bus/extension_main.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 #include "host/device_option_flags.h"
 #include "platform/device/event_waiter.h"
-#include "service/intents_service.h"
+#include "service/bus/intents_service.h"
 
 namespace lunabrook {
 

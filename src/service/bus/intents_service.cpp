@@ -1,4 +1,4 @@
-#include "service/intents_service.h"
+#include "service/bus/intents_service.h"
 
 #include <algorithm>
 #include <exception>
