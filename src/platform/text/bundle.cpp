@@ -121,6 +121,14 @@ const std::optional<std::filesystem::path>& Bundle::chosenLanguage() const {
 
 std::string Bundle::language() const { return chosenLanguage() ? chosenLanguage()->stem().string() : std::string(); }
 
+std::vector<std::string> Bundle::languages() const {
+    std::vector<std::string> tags = languagesIn(folder_);
+    for (std::string& tag : tags) {
+        std::replace(tag.begin(), tag.end(), '_', '-');
+    }
+    return tags;
+}
+
 const StringTable* Bundle::table(std::string_view name) const {
     auto known = tables_.find(name);
     if (known == tables_.end()) {

@@ -33,6 +33,9 @@ public:
     // The chosen one, "de" or "pt-BR"; empty when the bundle has no preferred language.
     std::string language() const;
 
+    // Every language that the bundle has, as tags in alphabetical order: "de", "pt-BR".
+    std::vector<std::string> languages() const;
+
     // Whether the tables that were read still stand as they were read.
     bool isCurrent() const;
 

@@ -1,5 +1,6 @@
 #include "platform/text/locale.h"
 
+#include <unicode/localebuilder.h>
 #include <unicode/timezone.h>
 #include <unicode/uchar.h>
 #include <unicode/ures.h>
@@ -36,6 +37,14 @@ bool localeDataKnow(const icu::Locale& locale) {
     return succeeded(status) && status != U_USING_DEFAULT_WARNING;
 }
 
+// Under the names and with the script and region that are usual: "iw" is he_Hebr_IL.
+icu::Locale inFull(icu::Locale locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    locale.canonicalize(status);
+    locale.addLikelySubtags(status);
+    return locale;
+}
+
 }  // namespace
 
 std::optional<Locale> Locale::named(std::string_view identifier) {
@@ -56,6 +65,23 @@ std::optional<Locale> Locale::named(std::string_view identifier) {
 }
 
 const std::string& Locale::identifier() const { return data_->identifier; }
+
+std::optional<Locale> localeForLanguage(std::string_view tag, const Locale& own) {
+    const auto spoken = Locale::named(tag);
+    if (!spoken) {
+        return std::nullopt;
+    }
+    const icu::Locale wanted = inFull(spoken->data().locale);
+    const icu::Locale here = inFull(own.data().locale);
+    if (std::string_view(wanted.getLanguage()) == here.getLanguage() &&
+        std::string_view(wanted.getScript()) == here.getScript()) {
+        return own;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Locale usual =
+        icu::LocaleBuilder().setLocale(spoken->data().locale).setRegion(wanted.getCountry()).build(status);
+    return succeeded(status) ? Locale::named(usual.getName()) : spoken;
+}
 
 Locale::Data::NumberFormatter numbersOf(Locale::Data& data) {
     auto numbers = icu::number::NumberFormatter::withLocale(data.locale);

@@ -29,4 +29,9 @@ private:
     std::shared_ptr<Data> data_;
 };
 
+// The locale for sentences in a language, a BCP 47 tag: `own` where that is of the same language and script, else the
+// language where most people speak it. "de" -> de_DE, "pt" -> pt_BR, "zh-Hant" -> zh_Hant_TW, "de-AT" -> de_AT. Nil
+// when the locale data know no such language.
+std::optional<Locale> localeForLanguage(std::string_view tag, const Locale& own);
+
 }  // namespace lunabrook
