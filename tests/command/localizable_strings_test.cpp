@@ -13,6 +13,7 @@
 #include "command/today.h"
 #include "metrics/group_metrics.h"
 #include "platform/text/string_table.h"
+#include "service/wyoming/conversation.h"
 #include "support/test_device.h"
 
 namespace lunabrook {
@@ -56,8 +57,19 @@ std::string everythingSaidBy(const Device& device) {
 // scores r - 0.3 from the baseline up, r - 0.25 below. The last one has not changed.
 constexpr double kRatios[] = {2.0, 1.6, 1.3, 1.2, 1.05, 0.9, 0.6, 1.0};
 
+// What a voice assistant speaks for a sentence that is not understood.
+std::string saidToTheUnclear(const Device& device) {
+    DeviceOptions options;
+    options.preferences = device.preferences();
+    options.bundle = device.bundle().folder();
+    options.languages = device.bundle().language();
+    const auto reply = wyoming::Conversation(options).answer({.type = "transcript", .data = {{"text", "?"}}});
+    return reply->data.at("text");
+}
+
 std::string everythingThatCanBeSaid(TestDevice& device) {
     std::string said = everythingSaidBy(device);  // "No Data"
+    said += saidToTheUnclear(device);
     Dictionary week = demoWeek(device);
     Dictionary watch = *week.at("watchTrackDict").dictionary();
     Dictionary bank = *week.at("bankDict").dictionary();
