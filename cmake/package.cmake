@@ -2,9 +2,11 @@
 # `cpack -G DEB`: lunabrook is what people run, lunabrook-dev what other programs link.
 include(CMakePackageConfigHelpers)
 
-install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lunabrook PATTERN dbus EXCLUDE)
-install(FILES doc/lunabrook.1 doc/lunabrook-intents.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES completion/lunabrook DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lunabrook PATTERN dbus EXCLUDE PATTERN systemd EXCLUDE)
+install(FILES doc/lunabrook.1 doc/lunabrook-intents.1 doc/lunabrook-wyoming.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES completion/lunabrook completion/lunabrook-wyoming
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES examples/avahi/lunabrook-wyoming.service DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/avahi)
 
 set(LUNABROOK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/lunabrook)
 set(LUNABROOK_BUNDLE ${CMAKE_INSTALL_DATADIR}/lunabrook)
@@ -21,7 +23,7 @@ set(CPACK_PACKAGE_VENDOR "Lunabrook developers")
 set(CPACK_PACKAGE_CONTACT "Lunabrook developers <developers@lunabrook.invalid>")
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_STRIP_FILES ON)
-# The bus' activation file names the executable's final path, so files are staged below DESTDIR and not by prefix.
+# What starts the services names the executables' final paths, so files are staged below DESTDIR and not by prefix.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -36,10 +38,12 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS tzdata)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "systemd, avahi-daemon")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "Reads the store that a sleep tracker fills each night and answers nine
 questions about it, from readiness to tonight's bedtime, each with one
-spoken sentence in the user's language: on the command line, and as a
-service that the session bus starts when somebody asks.")
+spoken sentence in the user's language: on the command line, to a voice
+assistant in the home that speaks the Wyoming protocol, and as a service that
+the session bus starts when somebody asks.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME lunabrook-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
