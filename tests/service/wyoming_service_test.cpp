@@ -184,7 +184,7 @@ TEST_F(WyomingService, EndsAConnectionThatSaysNothingMore) {
 // Times of day tell locales apart: 21:51, 9:51 PM, 21.51.
 TEST_F(WyomingService, SpeaksTheLanguageOfTheSentence) {
     std::filesystem::copy(LUNABROOK_RESOURCES, inFolder("bundle"), std::filesystem::copy_options::recursive);
-    for (const std::string language : {"da", "de", "es-US"}) {
+    for (const std::string language : {"da", "de", "es-US", "tlh"}) {
         writeFile(folder_.path() / "bundle" / (language + ".lproj") / "Localizable.strings",
                   "\"Try to be in bed by %@\" = \"" + language + " %@\"; \"Sorry, I have no answer to that.\" = \"" +
                       language + "?\";");
@@ -193,7 +193,7 @@ TEST_F(WyomingService, SpeaksTheLanguageOfTheSentence) {
     Client client(service.uri());
     const auto info = client.ask({.type = "describe"});
     ASSERT_TRUE(info);
-    EXPECT_EQ(info->data["handle"][0]["models"][0]["languages"], json({"da", "de", "en", "es-US"}));
+    EXPECT_EQ(info->data["handle"][0]["models"][0]["languages"], json({"da", "de", "en", "es-US", "tlh"}));
     const std::pair<std::string, const char*> rows[] = {
         {"", "Try to be in bed by 21:51"},
         {"en", "Try to be in bed by 21:51"},
@@ -203,6 +203,7 @@ TEST_F(WyomingService, SpeaksTheLanguageOfTheSentence) {
         {"da", "da 21.51"},
         {"es-US", "es-US 9:51\u202Fp.\u00A0m."},
         {"fr", "Try to be in bed by 21:51"},
+        {"tlh", "tlh 21:51"},
         {"../de", "Try to be in bed by 21:51"},
     };
     for (const auto& [language, text] : rows) {

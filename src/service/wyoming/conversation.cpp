@@ -37,9 +37,8 @@ Device::Settings settingsNow(const DeviceOptions& options) {
 void speak(const std::string& language, Device::Settings& settings) {
     const bool isKnown =
         language.size() <= kLongestTagBytes && !Bundle(settings.bundle, {language}, settings.faults).language().empty();
-    const auto locale = isKnown ? localeForLanguage(language, settings.locale) : std::nullopt;
-    if (locale) {
-        settings.locale = *locale;
+    if (isKnown) {
+        settings.locale = localeForLanguage(language, settings.locale).value_or(settings.locale);
         settings.preferredLanguages = {language};
     }
 }

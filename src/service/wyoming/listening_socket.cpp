@@ -84,7 +84,7 @@ bool isStale(const sockaddr_un& address) {
 std::optional<Address> addressFromUri(std::string_view uri) {
     constexpr std::string_view kTcp = "tcp://";
     constexpr std::string_view kUnix = "unix://";
-    if (uri == "stdio://" || uri == "stdio:") {
+    if (uri == "stdio://") {
         return StandardStreams{};
     }
     if (uri.starts_with(kTcp)) {
