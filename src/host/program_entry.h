@@ -1,4 +1,4 @@
-// What is the same at the entry of both programs.
+// What is the same at the entry of every program.
 
 #pragma once
 
