@@ -46,9 +46,13 @@ struct Unclear {
 };
 using Understood = std::variant<const IntentRoute*, Unclear>;
 
-// A name first: that takes no definitions. A mistyped name is never read as a phrase.
+// A name first: that takes no templates. What is no phrase either may be a mistyped name.
 Understood understand(const Device& device, const std::string& text) {
     if (const IntentRoute* route = intentRouteNamed(text)) {
+        return route;
+    }
+    const Recognition recognition = recognizePhrase(device, text);
+    if (const IntentRoute* route = intentRouteNamed(recognition.className)) {
         return route;
     }
     if (text.find_first_of(kBlanks) == std::string::npos) {
@@ -56,9 +60,7 @@ Understood understand(const Device& device, const std::string& text) {
             return Unclear{"no intent is called " + quoted(text) + near + kWhereAllAre};
         }
     }
-    const Recognition recognition = recognizePhrase(device, text);
-    const IntentRoute* route = intentRouteNamed(recognition.className);
-    return route != nullptr ? Understood(route) : Unclear{unclearText(text, recognition.nearest)};
+    return Unclear{unclearText(text, recognition.nearest)};
 }
 
 Json jsonFromText(const std::optional<std::string>& text) { return text ? Json(*text) : Json(); }

@@ -1,7 +1,7 @@
-// The intent that a phrase asks for: "How ready am I today?" -> ReadinessIntent.
+// The intent that a sentence asks for: "How ready am I today?" -> ReadinessIntent.
 //
-// A phrase is known or it is not: in the device's language or in English it is one of the definitions' phrases, apart
-// from case, accents, punctuation and politeness. Nothing is guessed, since an intent may write.
+// In the device's language or in English a sentence matches one of the templates of Sentences.yaml or it does not.
+// Nothing is guessed, since an intent may write.
 
 #pragma once
 
@@ -15,10 +15,11 @@ namespace lunabrook {
 
 struct Recognition {
     std::string className;             // empty when unclear
-    std::vector<std::string> nearest;  // when unclear: at most three phrases, each of another intent, nearest first
+    std::vector<std::string> nearest;  // when unclear: at most three examples, each of another intent, nearest first
 };
 
-// Reads the definitions; when they are missing or damaged everything is unclear, nothing is near, and a fault is told.
+// Reads the templates. A language whose file is damaged is not understood, and its fault is told. A sentence of more than
+// 1,000 bytes is unclear. Nothing is near what shares no word of any weight with an example.
 Recognition recognizePhrase(const Device& device, std::string_view phrase);
 
 }  // namespace lunabrook
