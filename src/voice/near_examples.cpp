@@ -14,7 +14,7 @@ namespace lunabrook {
 namespace {
 
 constexpr std::size_t kMostNear = 3;
-constexpr double kLeastNearness = 0.3;
+constexpr double kLeastNearness = 0.25;
 
 using Words = std::vector<std::string>;  // as collation keys
 

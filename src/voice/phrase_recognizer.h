@@ -18,8 +18,8 @@ struct Recognition {
     std::vector<std::string> nearest;  // when unclear: at most three examples, each of another intent, nearest first
 };
 
-// Reads the templates. A language whose file is damaged is not understood, and its fault is told. A sentence of more than
-// 1,000 bytes is unclear. Nothing is near what shares no word of any weight with an example.
+// Reads the templates. A language whose file is damaged is not understood, and its fault is told. A sentence of more
+// than 1,000 bytes is unclear. Nothing is near what shares no word of any weight with an example.
 Recognition recognizePhrase(const Device& device, std::string_view phrase);
 
 }  // namespace lunabrook

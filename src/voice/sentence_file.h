@@ -43,8 +43,8 @@ struct SentenceFile {
     bool ignoresBlanks = false;
 };
 
-// All or nothing: one wrong template damages the file, so that nobody wonders where half of the sentences are. Wrong are
-// templates that unfold into more than 200,000 pieces altogether, too.
+// All or nothing: one wrong template damages the file, so that nobody wonders where half of the sentences are. Wrong
+// are templates that unfold into more than 200,000 pieces altogether, too.
 std::variant<SentenceFile, Damage> sentenceFileFromText(const std::string& yaml);
 
 }  // namespace lunabrook

@@ -27,14 +27,14 @@ struct SentenceTemplate {
     };
 
     Kind kind = Kind::sequence;
-    std::string text;   // as it is written; of a rule, its name
-    std::string heard;  // of a text, as the file's language hears it; filled in by who knows the language
+    std::string text;      // as it is written; of a rule, its name
+    std::string heard;     // of a text, as the file's language hears it; filled in by who knows the language
     std::size_t rule = 0;  // its place among the file's rules; filled in by who knows them
     std::vector<SentenceTemplate> parts;
 };
 
-// Or what is wrong with it: "has a ( that is not closed". A slot ({name}) is refused, a group nested deeper than 32, and
-// a permutation of more than six parts, since its orders are all tried.
+// Or what is wrong with it: "has a ( that is not closed". A slot ({name}) is refused, a group nested deeper than 32,
+// and a permutation of more than six parts, since its orders are all tried.
 std::variant<SentenceTemplate, std::string> sentenceTemplateFromText(std::string_view text);
 
 }  // namespace lunabrook

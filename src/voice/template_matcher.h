@@ -2,8 +2,8 @@
 // sentence and the unfolded size of the template alone.
 //
 // Each piece of the template turns the set of places in the sentence where it may begin into the set of those where it
-// may end; no list of sentences is ever written out. A blank of the template needs one in the sentence, save at its ends
-// and behind another one, so that none is left over beside an option that is left out.
+// may end; no list of sentences is ever written out. A blank of the template needs one in the sentence, save at its
+// ends and behind another one, so that none is left over beside an option that is left out.
 
 #pragma once
 
@@ -17,7 +17,8 @@ namespace lunabrook {
 
 class TemplateMatcher {
 public:
-    // `sentence` is heard as the file's language hears it, without blanks at its ends; it and `file` outlive the matcher.
+    // `sentence` is heard as the file's language hears it, without blanks at its ends; it and `file` outlive the
+    // matcher.
     TemplateMatcher(const SentenceFile& file, std::string_view sentence) : file_(file), sentence_(sentence) {}
 
     bool matches(const SentenceTemplate& whole) const;

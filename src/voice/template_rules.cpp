@@ -76,8 +76,9 @@ std::string RuleResolver::measure(std::size_t rule, std::size_t depth) {
         extents_[rule] = extentOf(rules_[rule].body);
         ++extents_[rule].depth;
     }
-    return depth > kDeepestRule || extents_[rule].depth > kDeepestRule ? "uses rules inside one another, more than 32 deep"
-                                                                       : "";
+    return depth > kDeepestRule || extents_[rule].depth > kDeepestRule
+               ? "uses rules inside one another, more than 32 deep"
+               : "";
 }
 
 std::string RuleResolver::measureRulesIn(const SentenceTemplate& node, std::size_t depth) {

@@ -1,0 +1,164 @@
+// The English sentences that are shipped: broad, safe, and no sentence for two intents.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+
+#include "support/test_device.h"
+#include "voice/phrase_recognizer.h"
+#include "voice/sentence_automaton.h"
+#include "voice/sentence_book.h"
+
+namespace lunabrook {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+SentenceBook bookOf(const std::string& yaml) {
+    auto read = sentenceFileFromText(yaml);
+    const auto* damage = std::get_if<Damage>(&read);
+    EXPECT_EQ(damage, nullptr) << (damage != nullptr ? std::to_string(damage->line) + ": " + damage->what : "");
+    return SentenceBook({"en", damage != nullptr ? SentenceFile{} : std::get<SentenceFile>(std::move(read))});
+}
+
+std::string shippedYaml() {
+    return test::readFile(std::filesystem::path(LUNABROOK_RESOURCES) / "en.lproj/Sentences.yaml");
+}
+
+const SentenceBook& shipped() {
+    static const SentenceBook book = bookOf(shippedYaml());
+    return book;
+}
+
+struct Said {
+    std::string className;  // empty before the first heading
+    std::string sentence;
+};
+
+// Lines of tests/data: "# a remark", "[ReadinessIntent]", "How ready am I?".
+std::vector<Said> saidIn(const std::string& name) {
+    std::istringstream lines(test::readFile(std::filesystem::path(LUNABROOK_TEST_DATA) / name));
+    std::vector<Said> said;
+    std::string className;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with('[')) {
+            className = line.substr(1, line.size() - 2);
+        } else if (!line.empty() && !line.starts_with('#')) {
+            said.push_back({className, line});
+        }
+    }
+    return said;
+}
+
+TEST(EnglishSentences, FindTheIntentOfNineteenNaturalOnesInTwentyAndNeverAnotherOne) {
+    const std::vector<Said> natural = saidIn("natural_sentences.txt");
+    ASSERT_GE(natural.size(), 200U);
+    std::vector<std::string> missed;
+    for (const Said& said : natural) {
+        const std::set<std::string> found = shipped().classesSaidAs(said.sentence);
+        if (found.empty()) {
+            missed.push_back(said.sentence);
+        } else {
+            EXPECT_EQ(found, std::set<std::string>{said.className}) << said.sentence;
+        }
+    }
+    EXPECT_LE(20 * missed.size(), natural.size()) << testing::PrintToString(missed);
+}
+
+TEST(EnglishSentences, TakeNoneOfAnotherDeviceOrPerson) {
+    const std::vector<Said> foreign = saidIn("foreign_sentences.txt");
+    ASSERT_GE(foreign.size(), 80U);
+    for (const Said& said : foreign) {
+        EXPECT_THAT(shipped().classesSaidAs(said.sentence), IsEmpty()) << said.sentence;
+    }
+}
+
+TEST(EnglishSentences, AreNeverSharedByTwoIntents) {
+    for (const test::SharedSentence& shared :
+         test::SentenceAutomaton(shipped().sentences().file).shortestSharedSentence()) {
+        ADD_FAILURE() << "\"" << shared.sentence << "\" asks for " << testing::PrintToString(shared.classes);
+    }
+}
+
+// The check above sees what it is there for, behind options, rules, orders and parts of words.
+TEST(EnglishSentences, WouldBeSeenIfTwoIntentsSharedOne) {
+    const auto sharedBy = [](const std::string& one, const std::string& other) {
+        const SentenceBook book = bookOf("language: en\nintents:\n  ReadinessIntent:\n    data: [{sentences: [\"" +
+                                         one + "\"]}]\n  SleepFuelIntent:\n    data: [{sentences: [\"" + other +
+                                         "\"]}]\nexpansion_rules: {when: \"[(at|in the)] (night|evening)[s]\"}\n");
+        const auto found = test::SentenceAutomaton(book.sentences().file).shortestSharedSentence();
+        for (const test::SharedSentence& shared : found) {
+            EXPECT_EQ(book.classesSaidAs(shared.sentence), shared.classes) << shared.sentence;
+        }
+        return found.empty() ? std::string("none") : found.front().sentence;
+    };
+    EXPECT_EQ(sharedBy("[well] I sleep [<when>] [so] deep", "I sleep (nights|deep[ly])"), "i sleep deep");
+    EXPECT_EQ(sharedBy("(deep; <when>; I sleep)", "I sleep [very] deep [in the day]"), "none");
+    EXPECT_EQ(sharedBy("(deep; <when>; I sleep)", "I sleep [very] deep (in the evenings|by day)"),
+              "i sleep deep in the evenings");
+    EXPECT_EQ(sharedBy("light[s] off", "light [s] off"), "light off");
+    EXPECT_EQ(sharedBy("light(s|ning) off", "light [s] off"), "none");
+}
+
+TEST(EnglishSentences, AddedToAnotherIntentAreSeen) {
+    std::string planted = shippedYaml();
+    const std::string heading = "  SleepFuelIntent:\n    data:\n";
+    planted.insert(planted.find(heading) + heading.size(),
+                   "      - sentences: [\"<lead> (are|were) my rings <state>\"]\n");
+    const SentenceBook book = bookOf(planted);
+    EXPECT_THAT(test::SentenceAutomaton(book.sentences().file).shortestSharedSentence(), SizeIs(1));
+}
+
+class Sampler {
+public:
+    explicit Sampler(const SentenceFile& file) : file_(file) {}
+
+    std::string draw(const SentenceTemplate& node) {
+        std::vector<const SentenceTemplate*> parts;
+        for (const SentenceTemplate& part : node.parts) {
+            parts.push_back(&part);
+        }
+        switch (node.kind) {
+            case SentenceTemplate::Kind::text:
+                return node.text;
+            case SentenceTemplate::Kind::rule:
+                return draw(file_.rules[node.rule].body);
+            case SentenceTemplate::Kind::alternatives:
+                return draw(*parts[random_() % parts.size()]);
+            case SentenceTemplate::Kind::permutation:
+                std::shuffle(parts.begin(), parts.end(), random_);
+                break;
+            case SentenceTemplate::Kind::sequence:
+                break;
+        }
+        std::string text;
+        for (const SentenceTemplate* part : parts) {
+            text += (node.kind == SentenceTemplate::Kind::permutation ? " " : "") + draw(*part);
+        }
+        return text;
+    }
+
+private:
+    const SentenceFile& file_;
+    std::mt19937 random_{20260610};
+};
+
+TEST(EnglishSentences, AreUnderstoodWhicheverIsDrawn) {
+    constexpr int kDraws = 8;
+    Sampler sampler(shipped().sentences().file);
+    for (const SentenceFile::Intent& intent : shipped().sentences().file.intents) {
+        for (const SentenceFile::Entry& entry : intent.entries) {
+            for (std::size_t draw = 0; draw < kDraws * entry.size(); ++draw) {
+                const std::string sentence = sampler.draw(entry[draw / kDraws]);
+                EXPECT_EQ(shipped().classesSaidAs(sentence), std::set<std::string>{intent.className}) << sentence;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace lunabrook
