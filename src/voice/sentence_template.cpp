@@ -1,5 +1,6 @@
 #include "voice/sentence_template.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lunabrook {
@@ -11,6 +12,8 @@ using Kind = SentenceTemplate::Kind;
 constexpr int kDeepestGroup = 32;
 constexpr std::size_t kMostPermuted = 6;
 constexpr char kEnd = 0;
+constexpr std::string_view kSigns = "()[]<>{}|;";
+constexpr std::string_view kSignsAndEscape = "()[]<>{}|;\\";
 
 // One pass from the left. After the first mistake everything returns at once.
 class Parser {
@@ -19,25 +22,26 @@ public:
 
     // What stands up to `closing`, which is read too; kEnd is the text's end.
     SentenceTemplate group(char closing) {
+        SentenceTemplate first = sequence();
+        if (isAtEnd() || (peek() != '|' && peek() != ';')) {
+            close(closing);
+            return first;
+        }
+        const char separator = peek();
         SentenceTemplate group;
-        char separator = 0;
-        do {
-            group.parts.push_back(sequence());
-            if (!isAtEnd() && (peek() == '|' || peek() == ';')) {
-                if (separator != 0 && separator != peek()) {
-                    fail("mixes | and ; in one group");
-                }
-                separator = peek();
+        group.kind = separator == ';' ? Kind::permutation : Kind::alternatives;
+        group.parts.push_back(std::move(first));
+        while (mistake_.empty() && !isAtEnd() && (peek() == '|' || peek() == ';')) {
+            if (peek() != separator) {
+                fail("mixes | and ; in one group");
             }
-        } while (mistake_.empty() && take(separator));
+            ++at_;
+            group.parts.push_back(sequence());
+        }
         close(closing);
         if (separator == ';' && group.parts.size() > kMostPermuted) {
             fail("has more than six parts in any order");
         }
-        if (separator == 0) {
-            return std::move(group.parts.front());
-        }
-        group.kind = separator == ';' ? Kind::permutation : Kind::alternatives;
         return group;
     }
 
@@ -48,6 +52,9 @@ private:
         SentenceTemplate sequence;
         while (mistake_.empty() && !isAtEnd() && peek() != '|' && peek() != ';' && peek() != ')' && peek() != ']') {
             sequence.parts.push_back(part());
+        }
+        if (sequence.parts.size() == 1) {
+            return SentenceTemplate(std::move(sequence.parts.front()));
         }
         return sequence;
     }
@@ -111,12 +118,14 @@ private:
     SentenceTemplate plainText() {
         SentenceTemplate plain;
         plain.kind = Kind::text;
-        while (!isAtEnd() && std::string_view("()[]<>{}|;").find(peek()) == std::string_view::npos) {
+        while (!isAtEnd() && kSigns.find(peek()) == std::string_view::npos) {
             if (peek() == '\\' && ++at_ == text_.size()) {
                 fail("ends with a \\");
                 break;
             }
-            plain.text += text_[at_++];
+            const std::size_t end = std::min(text_.find_first_of(kSignsAndEscape, at_ + 1), text_.size());
+            plain.text.append(text_, at_, end - at_);
+            at_ = end;
         }
         return plain;
     }
@@ -133,11 +142,6 @@ private:
 
     bool isAtEnd() const { return at_ >= text_.size(); }
     char peek() const { return text_[at_]; }
-    bool take(char wanted) {
-        const bool isThere = wanted != 0 && !isAtEnd() && peek() == wanted;
-        at_ += isThere ? 1 : 0;
-        return isThere;
-    }
     void fail(std::string mistake) {
         if (mistake_.empty()) {
             mistake_ = std::move(mistake);

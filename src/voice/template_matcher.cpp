@@ -1,7 +1,6 @@
 #include "voice/template_matcher.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace lunabrook {
@@ -25,7 +24,8 @@ TemplateMatcher::Places TemplateMatcher::after(const SentenceTemplate& node, con
         case Kind::text:
             return afterText(node.heard, starts);
         case Kind::rule:
-            return after(file_.rules[node.rule].body, starts);
+            return starts.size() == 1 && starts.front() == 0 ? afterOpening(node.rule)
+                                                             : after(file_.rules[node.rule].body, starts);
         case Kind::sequence:
             return afterSequence(node, starts);
         case Kind::alternatives:
@@ -34,6 +34,13 @@ TemplateMatcher::Places TemplateMatcher::after(const SentenceTemplate& node, con
             return afterPermutation(node, starts);
     }
     return {};
+}
+
+const TemplateMatcher::Places& TemplateMatcher::afterOpening(std::size_t rule) const {
+    if (!opened_[rule]) {
+        opened_[rule] = after(file_.rules[rule].body, {0});
+    }
+    return *opened_[rule];
 }
 
 bool TemplateMatcher::isAtBorder(std::size_t place) const {

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -19,7 +20,8 @@ class TemplateMatcher {
 public:
     // `sentence` is heard as the file's language hears it, without blanks at its ends; it and `file` outlive the
     // matcher.
-    TemplateMatcher(const SentenceFile& file, std::string_view sentence) : file_(file), sentence_(sentence) {}
+    TemplateMatcher(const SentenceFile& file, std::string_view sentence)
+        : file_(file), sentence_(sentence), opened_(file.rules.size()) {}
 
     bool matches(const SentenceTemplate& whole) const;
 
@@ -27,6 +29,7 @@ private:
     using Places = std::vector<std::size_t>;  // ascending
 
     Places after(const SentenceTemplate& node, const Places& starts) const;
+    const Places& afterOpening(std::size_t rule) const;
     Places afterText(std::string_view heard, const Places& starts) const;
     Places afterSequence(const SentenceTemplate& node, const Places& starts) const;
     Places afterAlternatives(const SentenceTemplate& node, const Places& starts) const;
@@ -35,6 +38,8 @@ private:
 
     const SentenceFile& file_;
     std::string_view sentence_;
+    mutable std::vector<std::optional<Places>>
+        opened_;  // by rule, from the sentence's start: most templates begin alike
 };
 
 }  // namespace lunabrook

@@ -108,7 +108,7 @@ TEST(EnglishSentences, AddedToAnotherIntentAreSeen) {
     std::string planted = shippedYaml();
     const std::string heading = "  SleepFuelIntent:\n    data:\n";
     planted.insert(planted.find(heading) + heading.size(),
-                   "      - sentences: [\"<lead> (are|were) my rings <state>\"]\n");
+                   "    - sentences: [\"<lead> (are|were) my rings <state>\"]\n");
     const SentenceBook book = bookOf(planted);
     EXPECT_THAT(test::SentenceAutomaton(book.sentences().file).shortestSharedSentence(), SizeIs(1));
 }
