@@ -233,9 +233,10 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"--locale xx_YY ask readiness", "de_DE"},
         {"", "--help"},
         // Nothing is answered when one of several is unclear.
-        {"ask lights-off 'How ready is my dinner?' 'Good night'", "nearest phrases are \"How ready am I?\""},
+        {"ask lights-off 'How ready is my dinner?' 'Good night'", "nearest phrases are \"How ready am I today?\", \""},
         {"ask lights-off ''", "no intent answers to \"\""},
-        {"ask lights-off 'lights on'", "the nearest phrases are \"Lights off\", \""},
+        {"ask lights-off 'lights on'", "answers to \"lights on\"; the nearest phrases are \"Lights off\""},
+        {"ask lights-off 'play some music'", "answers to \"play some music\" (`lunabrook intents`"},
         {"ask lights-off lightsof", "no intent is called \"lightsof\"; did you mean lights-off"},
     };
     for (const auto& row : rows) {
@@ -337,16 +338,18 @@ TEST_F(Command, AsksAPersonAtATerminal) {
     EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
 }
 
-// A name takes no definitions; a damaged resource is no reason to keep an answer back.
+// A name takes no definitions and no templates; a damaged resource is no reason to keep an answer back.
 TEST_F(Command, AnswersNamesWithoutTheDefinitions) {
     const std::string device = kPinned + (" --bundle '" + inFolder("bundle") + "' ");
     writeFile(inFolder("bundle/Intents.json"), "{\n[");
+    writeFile(inFolder("bundle/en.lproj/Sentences.yaml"), "language: en\nintents: [");
     EXPECT_EQ(run("ask readiness", device).status, 0);
     const Outcome phrase = run("ask 'Lights off'", device);
-    EXPECT_EQ(phrase.status, 3);  // the gravest: an unclear phrase, for want of definitions
-    EXPECT_THAT(phrase.error, HasSubstr("Intents.json:2: is not JSON"));
+    EXPECT_EQ(phrase.status, 3);  // the gravest: an unclear phrase, for want of templates
+    EXPECT_THAT(phrase.error, HasSubstr("en.lproj/Sentences.yaml:2: is not YAML: "));
     const Outcome list = run("intents", device);
     EXPECT_EQ(list.status, 3);
+    EXPECT_THAT(list.error, HasSubstr("Intents.json:2: is not JSON"));
     EXPECT_EQ(list.output, "");
 }
 
@@ -406,6 +409,9 @@ TEST_F(Command, PushesTheLabelsOfTheMorningToTheWatch) {
 TEST_F(Command, ListsTheIntentsInTheDevicesLanguage) {
     std::filesystem::create_directories(inFolder("bundle"));
     std::filesystem::copy_file(LUNABROOK_RESOURCES "/Intents.json", inFolder("bundle/Intents.json"));
+    std::filesystem::create_directories(inFolder("bundle/en.lproj"));
+    std::filesystem::copy_file(LUNABROOK_RESOURCES "/en.lproj/Sentences.yaml",
+                               inFolder("bundle/en.lproj/Sentences.yaml"));
     writeFile(inFolder("bundle/ja.lproj/Intents.strings"), "\"Readiness\" = \"\u6E96\u5099\";");
     const Outcome list = run("intents", kPinned + (" --language ja --bundle '" + inFolder("bundle") + "' "));
     EXPECT_EQ(std::count(list.output.begin(), list.output.end(), '\n'), 9);
