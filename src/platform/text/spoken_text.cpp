@@ -17,11 +17,12 @@ constexpr UChar32 kUnreadable = 0xFFFD;  // what stands for bytes that are no UT
 // Joins what is heard one after another. Punctuation waits for a letter behind it; where none comes it falls away.
 class Listener {
 public:
+    explicit Listener(std::size_t length) { text_.reserve(length); }
     void hearLetter(std::string_view letter) {
-        if (insideWord_) {
-            text_ += waiting_;
+        if (!waiting_.empty()) {
+            text_ += insideWord_ ? waiting_ : "";
+            waiting_.clear();
         }
-        waiting_.clear();
         text_ += letter;
         insideWord_ = true;
     }
@@ -46,7 +47,7 @@ bool isAsciiLetter(char byte) {
 }
 
 std::string heardAscii(std::string_view text) {
-    Listener listener;
+    Listener listener(text.size());
     for (const char byte : text) {
         if (isAsciiLetter(byte)) {
             const char lower = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
@@ -116,15 +117,15 @@ icu::UnicodeString bareForm(const icu::UnicodeString& letter) {
 
 }  // namespace
 
-SpokenText::SpokenText(std::string language, Variants variants) : language_(std::move(language)), variants_(variants) {}
+SpokenText::SpokenText(std::string language, Variants variants)
+    : language_(std::move(language)), caseFolding_(caseFoldingOf(language_)), variants_(variants) {}
 
 std::string SpokenText::heard(std::string_view text) const {
-    const uint32_t caseFolding = caseFoldingOf(language_);
-    if (caseFolding == U_FOLD_CASE_DEFAULT && isAscii(text)) {
+    if (caseFolding_ == U_FOLD_CASE_DEFAULT && isAscii(text)) {
         return heardAscii(text);
     }
-    const icu::UnicodeString folded = composed(composed(unicodeFromUtf8(text)).foldCase(caseFolding));
-    Listener listener;
+    const icu::UnicodeString folded = composed(composed(unicodeFromUtf8(text)).foldCase(caseFolding_));
+    Listener listener(text.size());
     for (int32_t index = 0; index < folded.length(); index = folded.moveIndex32(index, 1)) {
         const UChar32 character = folded.char32At(index);
         if (isBlank(character)) {
@@ -149,7 +150,7 @@ const std::string& SpokenText::variantless(char32_t letter) const {
         if (collation_ == nullptr) {
             collation_ = std::make_unique<Collation>(language_);
         }
-        std::string bare = utf8FromUnicode(bareForm(whole).foldCase(caseFoldingOf(language_)));
+        std::string bare = utf8FromUnicode(bareForm(whole).foldCase(caseFolding_));
         if (bare != heard && collation_->key(bare) == collation_->key(heard)) {
             heard = std::move(bare);
         }

@@ -7,6 +7,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -35,6 +36,7 @@ private:
     const std::string& variantless(char32_t letter) const;
 
     std::string language_;
+    std::uint32_t caseFolding_;
     Variants variants_;
     mutable std::unique_ptr<Collation> collation_;
     mutable std::map<char32_t, std::string> letters_;
