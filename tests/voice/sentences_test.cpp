@@ -113,6 +113,32 @@ TEST(EnglishSentences, AddedToAnotherIntentAreSeen) {
     EXPECT_THAT(test::SentenceAutomaton(book.sentences().file).shortestSharedSentence(), SizeIs(1));
 }
 
+// Each would take longer than the world stands if beginnings were followed one by one.
+TEST(Sentences, TakeNoTimeWhateverIsSaid) {
+    std::string many, deep = "a";
+    for (int i = 0; i < 200; ++i) {
+        many += "[a][[a] a]";
+        deep = i < 15 ? "([" + deep + "] [a])" : deep;
+    }
+    for (const std::string& sentence : {many + " b", deep + " b", std::string("([a]; [a] a; a[a]; [a]; [a]; [a]) b")}) {
+        const SentenceBook book = bookOf("language: en\nintents: {ReadinessIntent: {data: [{sentences: [\"" + sentence +
+                                         "\"]}]}}\nexpansion_rules: {x: \"a\"}\n");
+        std::string said = "a";
+        for (int i = 0; i < 499; ++i) {
+            said += i % 2 == 0 ? " a" : "a";
+        }
+        EXPECT_THAT(book.classesSaidAs(said), IsEmpty());
+        EXPECT_THAT(book.classesSaidAs("a a b"), SizeIs(1)) << sentence.substr(0, 40);
+    }
+    for (const char* word : {"how ready am I ", "during ", "\u00E9\u0301 ", "' ", "my sleep "}) {
+        std::string said = "today what is my ";
+        while (said.size() < 980) {
+            said += word;
+        }
+        EXPECT_THAT(shipped().classesSaidAs(said), IsEmpty()) << word;
+    }
+}
+
 class Sampler {
 public:
     explicit Sampler(const SentenceFile& file) : file_(file) {}
