@@ -111,7 +111,8 @@ void addVerbs(CLI::App& app, Call& call) {
     });
     CLI::App* intents =
         app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")->fallthrough();
-    intents->add_flag("--json", call.asJson, "One JSON object a line, with all phrases, response codes and parameters");
+    intents->add_flag("--json", call.asJson,
+                      "One JSON object a line, with example phrases, response codes and parameters");
     intents->callback(
         [&call] { call.verb = [&call](const Device& device) { return listIntents(device, call.asJson); }; });
     app.add_subcommand("demo", "Fills an empty preferences folder with a made-up week")
