@@ -6,9 +6,12 @@ target_compile_options(lunabrook_flags INTERFACE -Wall -Wextra -Wpedantic -Wshad
 target_compile_options(lunabrook_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 # The metrics compare single-precision results with double bounds: no fused or widened arithmetic.
 target_compile_options(lunabrook_flags INTERFACE -ffp-contract=off)
-# Many small relocations in a few words: fewer pages to read at the start of every process.
-include(CheckLinkerFlag)
-check_linker_flag(CXX -Wl,-z,pack-relative-relocs LUNABROOK_CAN_PACK_RELOCATIONS)
+# Many small relocations in a few words: fewer pages to read at the start of every process. Some linkers know the option
+# and make what the loader refuses.
+include(CheckCXXSourceRuns)
+set(CMAKE_REQUIRED_LINK_OPTIONS -Wl,-z,pack-relative-relocs)
+check_cxx_source_runs("int main() { return 0; }" LUNABROOK_CAN_PACK_RELOCATIONS)
+unset(CMAKE_REQUIRED_LINK_OPTIONS)
 if(LUNABROOK_CAN_PACK_RELOCATIONS)
   target_link_options(lunabrook_flags INTERFACE -Wl,-z,pack-relative-relocs)
 endif()
