@@ -67,6 +67,8 @@ public:
     // Whether every value that was cut short came back whole.
     bool isWhole() const { return values_.empty(); }
 
+    bool isRefused() const { return !damage_.what.empty(); }
+
     std::variant<YamlNode, Damage> take() {
         if (damage_.what.empty()) {
             return std::move(root_);
@@ -166,12 +168,13 @@ std::variant<YamlNode, Damage> treeOf(const std::string& yaml, TreeBuilder build
     try {
         std::istringstream stream(yaml);
         YAML::Parser parser(stream);
-        while (parser.HandleNextDocument(builder)) {
+        // It hands out documents without end where a comma separates nothing, so the first mistake ends the reading.
+        while (!builder.isRefused() && parser.HandleNextDocument(builder)) {
         }
     } catch (const YAML::Exception& error) {
         return Damage{lineOf(error.mark), "is not YAML: " + error.msg};
     }
-    return builder.isWhole() ? builder.take() : Damage{0, "has quotes in an unusual place"};
+    return builder.isWhole() || builder.isRefused() ? builder.take() : Damage{0, "has quotes in an unusual place"};
 }
 
 }  // namespace

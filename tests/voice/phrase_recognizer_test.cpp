@@ -223,6 +223,8 @@ TEST(Phrases, OfADamagedFileAreAFaultAndTheOtherLanguageIsUnderstood) {
         {readiness("fit", "settings: {ignore_whitespace: perhaps}"), 4, "neither true nor false"},
         {"language: de\nintents: {}\n---\nlanguage: de\n", 3, "has a second document"},
         {std::string(100000, '['), 1, ""},
+        // Once read without end.
+        {",\nlanguage: de\n", 1, "has a second document"},
         {"language: de\nintents: {}\n#" + std::string(1 << 20, ' '), 0, "too large"},
     };
     for (const Row& row : rows) {
