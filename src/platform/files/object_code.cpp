@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <limits>
+#include <vector>
 
 namespace lunabrook {
 
@@ -16,50 +16,12 @@ constexpr double kEpochOf2001 = 978307200.0;
 
 constexpr std::uint64_t kLongCount = 0xF;  // the count follows as an integer
 
-bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char unit) { return (unit & 0x80) == 0; });
-}
-
-void appendUtf8(std::string& text, UChar32 character) {
-    char units[U8_MAX_LENGTH];
-    std::size_t length = 0;
-    U8_APPEND_UNSAFE(units, length, character);
-    text.append(units, length);
-}
-
-// Less than zero where there is none.
-UChar32 nextCharacter(std::string_view text, std::size_t& index) {
-    const auto* units = reinterpret_cast<const std::uint8_t*>(text.data());
-    UChar32 character = 0;
-    U8_NEXT(units, index, text.size(), character);
-    return character;
-}
-
-std::string textOfUtf16(std::string_view payload) {
-    std::string text;
-    UChar32 lead = 0;  // of a character that is not complete yet
-    for (; !payload.empty(); payload.remove_prefix(2)) {
-        const auto unit = static_cast<UChar32>(bigEndian(payload.substr(0, 2)));
-        if (U16_IS_TRAIL(unit) && lead != 0) {
-            appendUtf8(text, U16_GET_SUPPLEMENTARY(lead, unit));
-        } else if (!U16_IS_SURROGATE(unit)) {
-            appendUtf8(text, unit);
-        }
-        lead = U16_IS_LEAD(unit) ? unit : 0;
-    }
-    return text;
-}
-
+// Only the widest integers and those of eight bytes have a sign.
 Value valueOfInteger(std::string_view payload) {
-    constexpr std::size_t kSigned = 8;  // shorter ones are not
-    if (payload.size() <= kSigned) {
-        return std::bit_cast<std::int64_t>(bigEndian(payload));
-    }
-    const auto high = std::bit_cast<std::int64_t>(bigEndian(payload.substr(0, kSigned)));
-    const std::uint64_t low = bigEndian(payload.substr(kSigned));
-    const WideInteger wide = WideInteger{high} * (WideInteger{1} << 64) + low;
-    const auto narrow = static_cast<std::int64_t>(wide);
-    return narrow == wide ? Value(narrow) : Value(static_cast<double>(wide));
+    const auto low = std::bit_cast<std::int64_t>(bigEndian(payload.substr(payload.size() / 16 * 8)));
+    const WideInteger high = payload.size() < 16 ? 0 : std::bit_cast<std::int64_t>(bigEndian(payload.substr(0, 8)));
+    const WideInteger wide = payload.size() < 16 ? low : (high << 64) + static_cast<std::uint64_t>(low);
+    return wide == low ? Value(low) : Value(static_cast<double>(wide));
 }
 
 // Nil for a width that no program writes.
@@ -70,15 +32,65 @@ std::optional<double> realOf(std::string_view payload) {
     return payload.size() == sizeof(double) ? std::optional(std::bit_cast<double>(bigEndian(payload))) : std::nullopt;
 }
 
-}  // namespace
-
-bool isUtf8(std::string_view text) {
-    for (std::size_t i = 0; i < text.size();) {
-        if (nextCharacter(text, i) < 0) {
-            return false;
+// The entries that have a meaning, up to the end.
+Array takeArray(std::string_view& rest) {
+    Array array;
+    for (Object entry; takeEntry(rest, entry);) {
+        if (auto value = valueOf(entry, rest)) {
+            array.push_back(*std::move(value));
         }
     }
-    return true;
+    return array;
+}
+
+}  // namespace
+
+Object objectAt(std::string_view bytes) {
+    require(!bytes.empty(), kCutShort);
+    const auto marker = static_cast<std::uint8_t>(bytes.front());
+    Object object{static_cast<ObjectKind>(marker >> 4U), marker & 0xFU, {}, {}};
+    std::string_view rest = bytes.substr(1);
+    std::uint64_t unitSize = object.isContainer() ? 0 : 1;
+    switch (object.kind) {
+        case ObjectKind::simple:
+            require(std::string_view("\x00\x08\x09\x0F", 4).find(bytes.front()) != std::string_view::npos, kNoList);
+            object.count = 0;
+            break;
+        case ObjectKind::integer:
+        case ObjectKind::real:
+        case ObjectKind::date:
+            object.count = std::uint64_t{1} << object.count;
+            break;
+        case ObjectKind::reference:
+            ++object.count;
+            break;
+        case ObjectKind::utf16:
+            unitSize = 2;
+            [[fallthrough]];
+        default:
+            require(marker >> 4U != 9, kNoList);
+            if (object.count == kLongCount) {
+                require(!rest.empty() && rest.front() >> 4 == static_cast<int>(ObjectKind::integer), kCutShort);
+                const Object count = takeObject(rest);
+                require(count.payload.size() <= 8, kCutShort);
+                object.count = bigEndian(count.payload);
+            }
+    }
+    require(unitSize == 0 || object.count <= rest.size() / unitSize, kCutShort);
+    object.payload = rest.substr(0, object.count * unitSize);
+    object.code = bytes.substr(0, bytes.size() - rest.size() + object.payload.size());
+    return object;
+}
+
+Object takeObject(std::string_view& rest) {
+    const Object object = objectAt(rest);
+    rest.remove_prefix(object.code.size());
+    return object;
+}
+
+bool takeEntry(std::string_view& rest, Object& entry) {
+    entry = rest.empty() ? Object() : takeObject(rest);
+    return !entry.code.empty() && entry.kind != ObjectKind::end;
 }
 
 std::uint64_t bigEndian(std::string_view bytes) {
@@ -89,30 +101,14 @@ std::uint64_t bigEndian(std::string_view bytes) {
     return number;
 }
 
-void appendBigEndian(std::string& bytes, std::uint64_t number, std::size_t size) {
+void appendBigEndian(std::string& bytes, WideInteger number, std::size_t size) {
     while (size > 0) {
         bytes += static_cast<char>(number >> 8U * --size & 0xFFU);
     }
 }
 
-ObjectHeader objectHeader(std::string_view bytes) {
-    if (bytes.empty()) {
-        throw ListDamage{kCutShort};
-    }
-    const auto marker = static_cast<std::uint8_t>(bytes.front());
-    ObjectHeader header{static_cast<ObjectKind>(marker >> 4U), marker & 0xFU, 1};
-    const bool isCounted =
-        (header.kind >= ObjectKind::data && header.kind <= ObjectKind::utf8) || header.kind >= ObjectKind::array;
-    if (isCounted && header.count == kLongCount) {
-        const auto length = bytes.size() > 1 ? static_cast<std::uint8_t>(bytes[1]) : 0U;
-        const std::size_t size = std::size_t{1} << (length & 0xFU);
-        if (length >> 4U != static_cast<unsigned>(ObjectKind::integer) || size > 8 || bytes.size() < 2 + size) {
-            throw ListDamage{kCutShort};
-        }
-        header.count = bigEndian(bytes.substr(2, size));
-        header.size = 2 + size;
-    }
-    return header;
+std::size_t sizeFor(std::uint64_t number) {
+    return std::bit_ceil((static_cast<std::size_t>(std::bit_width(number | 1U)) + 7) / 8);
 }
 
 std::string codeOfHeader(ObjectKind kind, std::uint64_t count) {
@@ -124,16 +120,10 @@ std::string codeOfHeader(ObjectKind kind, std::uint64_t count) {
 std::string codeOf(bool truth) { return truth ? "\x09" : "\x08"; }
 
 std::string codeOf(WideInteger number) {
-    const unsigned width = number < 0 || number > std::numeric_limits<std::uint32_t>::max() ? 3
-                           : number > std::numeric_limits<std::uint16_t>::max()             ? 2
-                           : number > std::numeric_limits<std::uint8_t>::max()              ? 1
-                                                                                            : 0;
     const bool isWide = number != static_cast<std::int64_t>(number);
-    std::string code(1, static_cast<char>(0x10U | (isWide ? 4 : width)));
-    if (isWide) {
-        appendBigEndian(code, static_cast<std::uint64_t>(number >> 64), 8);
-    }
-    appendBigEndian(code, static_cast<std::uint64_t>(number), isWide ? 8 : std::size_t{1} << width);
+    const std::size_t size = isWide ? sizeof number : sizeFor(static_cast<std::uint64_t>(number));
+    std::string code(1, static_cast<char>(0x10 | std::countr_zero(size)));
+    appendBigEndian(code, number, size);
     return code;
 }
 
@@ -154,53 +144,100 @@ std::string codeOf(const Data& data) {
 }
 
 std::string codeOf(std::string_view text) {
-    if (isAscii(text)) {
+    if (std::none_of(text.begin(), text.end(), [](char unit) { return (unit & 0x80) != 0; })) {
         return codeOfHeader(ObjectKind::ascii, text.size()).append(text);
     }
-    std::string units;
-    for (std::size_t i = 0; i < text.size();) {
-        const UChar32 character = nextCharacter(text, i);
-        if (character < 0) {
-            throw ListDamage{"holds a text that is no UTF-8"};
-        }
-        if (U_IS_SUPPLEMENTARY(character)) {
-            appendBigEndian(units, U16_LEAD(character), 2);
-        }
-        const bool isPair = U_IS_SUPPLEMENTARY(character);
-        appendBigEndian(units, isPair ? U16_TRAIL(character) : static_cast<char16_t>(character), 2);
+    const auto units = utf16Of(text);
+    require(units.has_value(), "holds a text that is no UTF-8");
+    std::string code = codeOfHeader(ObjectKind::utf16, units->size());
+    for (const char16_t unit : *units) {
+        appendBigEndian(code, unit, sizeof unit);
     }
-    return codeOfHeader(ObjectKind::utf16, units.size() / 2).append(units);
+    return code;
 }
 
-std::string textOfCode(std::string_view code) {
-    const ObjectHeader header = objectHeader(code);
-    const std::string_view payload = code.substr(header.size);
-    return header.kind == ObjectKind::utf16 ? textOfUtf16(payload) : std::string(payload);
+std::optional<std::u16string> utf16Of(std::string_view text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    std::u16string units(text.size(), u'\0');
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        UChar32 character = 0;
+        U8_NEXT(bytes, i, text.size(), character);
+        if (character < 0) {
+            return std::nullopt;
+        }
+        U16_APPEND_UNSAFE(units, length, character);
+    }
+    units.resize(length);
+    return units;
 }
 
-std::optional<Value> valueOfCode(std::string_view code) {
-    const ObjectHeader header = objectHeader(code);
-    const std::string_view payload = code.substr(header.size);
-    switch (header.kind) {
+std::optional<Value> valueOf(const Object& object, std::string_view& rest) {
+    switch (object.kind) {
         case ObjectKind::simple:
-            return code == "\x08" || code == "\x09" ? std::optional<Value>(code == "\x09") : std::nullopt;
+            return object.code == "\x08" || object.code == "\x09" ? std::optional<Value>(object.code == "\x09")
+                                                                  : std::nullopt;
         case ObjectKind::integer:
-            return payload.size() <= sizeof(WideInteger) ? std::optional(valueOfInteger(payload)) : std::nullopt;
+            return object.count <= sizeof(WideInteger) ? std::optional(valueOfInteger(object.payload)) : std::nullopt;
         case ObjectKind::real:
-            return realOf(payload);
+            return realOf(object.payload);
         case ObjectKind::date: {
-            const auto seconds = realOf(payload);
+            const auto seconds = realOf(object.payload);
             return seconds ? std::optional<Value>(dateFromSecondsSince1970(*seconds + kEpochOf2001)) : std::nullopt;
         }
         case ObjectKind::data:
-            return Data(payload.begin(), payload.end());
+            return Data(object.payload.begin(), object.payload.end());
         case ObjectKind::ascii:
         case ObjectKind::utf16:
         case ObjectKind::utf8:
-            return textOfCode(code);
+            return textOf(object);
+        case ObjectKind::array:
+        case ObjectKind::orderedSet:
+        case ObjectKind::set:
+            return takeArray(rest);
+        case ObjectKind::dictionary:
+            return takeDictionary(rest);
         default:
             return std::nullopt;
     }
+}
+
+Dictionary takeDictionary(std::string_view& rest) {
+    Dictionary dictionary;
+    std::vector<Dictionary::iterator> left;  // their first value has no meaning
+    for (Object key; takeEntry(rest, key);) {
+        const std::size_t before = dictionary.size();  // keys are mostly in order, and then the hint saves a search
+        const auto place = dictionary.try_emplace(dictionary.end(), textOf(key), false);
+        auto value = valueOf(takeObject(rest), rest);
+        if (dictionary.size() > before) {
+            value ? void(place->second = *std::move(value)) : left.push_back(place);
+        }
+    }
+    for (const auto place : left) {
+        dictionary.erase(place);
+    }
+    return dictionary;
+}
+
+std::string textOf(const Object& object) {
+    if (object.kind != ObjectKind::utf16) {
+        return std::string(object.payload);
+    }
+    std::u16string units;
+    for (std::string_view rest = object.payload; !rest.empty(); rest.remove_prefix(2)) {
+        units += static_cast<char16_t>(bigEndian(rest.substr(0, 2)));
+    }
+    std::string text(units.size() * 3, '\0');  // of characters beyond three bytes there are two units
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < units.size();) {
+        UChar32 character = 0;
+        U16_NEXT(units, i, units.size(), character);
+        if (!U_IS_SURROGATE(character)) {
+            U8_APPEND_UNSAFE(text, length, character);
+        }
+    }
+    text.resize(length);
+    return text;
 }
 
 }  // namespace lunabrook

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,13 +25,8 @@ std::variant<Dictionary, std::string> dictionaryFromPropertyList(std::string_vie
 // A list in the making. What is said first about a key counts: changes first, then the list that they change.
 class PropertyList {
 public:
-    PropertyList();
-    ~PropertyList();
-    PropertyList(const PropertyList&) = delete;
-    PropertyList& operator=(const PropertyList&) = delete;
-
-    void set(std::string_view key, const Value& value);
-    void remove(std::string_view key);
+    void set(std::string_view key, const Value& value) { change(key, &value); }
+    void remove(std::string_view key) { change(key, nullptr); }
     // Takes over the keys of another list, as they stand there. What is wrong with it, or nil.
     std::optional<std::string> merge(std::string_view bytes);
 
@@ -43,8 +37,10 @@ public:
     std::variant<std::string, Unwritable> binary() const;
 
 private:
-    struct Making;
-    std::unique_ptr<Making> making_;
+    void change(std::string_view key, const Value* value);
+
+    std::string entries_;               // as in a flat list
+    std::optional<std::string> fault_;  // the first one
 };
 
 }  // namespace lunabrook

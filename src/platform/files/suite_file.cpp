@@ -1,11 +1,7 @@
 #include "platform/files/suite_file.h"
 
-#include <sys/stat.h>
-
 #include <thread>
 #include <utility>
-
-#include "platform/files/private/file_identity.h"
 
 namespace lunabrook {
 
@@ -31,29 +27,18 @@ bool isMissing(int error) { return error == ENOENT || error == ENOTDIR; }
 
 }  // namespace
 
-// The open descriptor keeps the inode's number from being given to another file: without it a file replaced twice
-// within one tick of the clock could carry the first one's identity.
-struct SuiteFile::Loaded {
-    FileDescriptor file;
-    std::optional<FileIdentity> identity;  // nil when there is no file
-    std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
-};
-
 SuiteFile::SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults,
                      std::chrono::milliseconds patience)
     : file_(std::move(file)), dropsWrites_(dropsWrites), faults_(std::move(faults)), patience_(patience) {}
 
-SuiteFile::~SuiteFile() = default;
-
-bool SuiteFile::fail(const std::string& what) const {
+SuiteFile::Change SuiteFile::fail(const std::string& what) const {
     faults_({.file = file_, .what = what});
-    return false;
+    return Change::failed;
 }
 
 // What is wrong with the file, or nil. A missing file has no identity, and its bytes are not looked at.
 std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& reader) const {
-    loaded.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK);
-    loaded.identity = identityOf(file_);
+    loaded = {.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK), .identity = identityOf(file_)};
     if (!loaded.file.isOpen()) {
         return isMissing(errno) ? std::nullopt : std::optional("cannot be read: " + lastErrorText());
     }
@@ -63,14 +48,11 @@ std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& rea
     if (!S_ISREG(status.st_mode)) {
         return "is not a file";
     }
-    if (status.st_size > static_cast<off_t>(kMaximumPropertyListBytes)) {
-        return "is larger than 64 MiB";
-    }
     std::string bytes;
     if (!readAll(loaded.file, kMaximumPropertyListBytes, bytes)) {
         return "cannot be read: " + lastErrorText();
     }
-    return reader(std::move(bytes));
+    return reader(bytes);
 }
 
 // A program that writes in place, without the lock, may be at it: what it wrote until then seems damaged. It begins by
@@ -95,17 +77,16 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader)
 
 std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
     if (!loaded_ || loaded_->identity != identityOf(file_)) {
-        auto loaded = std::make_unique<Loaded>();
-        const auto damage = load(*loaded, [&loaded](const std::string& bytes) -> std::optional<std::string> {
+        Loaded loaded;
+        const auto damage = load(loaded, [&loaded](const std::string& bytes) -> std::optional<std::string> {
             auto contents = dictionaryFromPropertyList(bytes);
-            if (auto* what = std::get_if<std::string>(&contents)) {
-                return std::move(*what);
+            if (auto* dictionary = std::get_if<Dictionary>(&contents)) {
+                loaded.contents = std::make_shared<const Dictionary>(std::move(*dictionary));
+                return std::nullopt;
             }
-            loaded->contents = std::make_shared<const Dictionary>(std::get<Dictionary>(std::move(contents)));
-            return std::nullopt;
+            return std::get<std::string>(std::move(contents));
         });
         if (damage) {
-            loaded->contents = std::make_shared<const Dictionary>();
             fail(*damage + "; it is left as it is and reads as empty");
         }
         loaded_ = std::move(loaded);
@@ -117,41 +98,37 @@ SuiteFile::Change SuiteFile::change(const Edit& edit, bool mustBeNew) {
     if (dropsWrites_) {
         return Change::written;
     }
-    const auto failed = [this](const std::string& what) {
-        fail(what);
-        return Change::failed;
-    };
     const std::filesystem::path target = withoutLinks(file_);
     if (const auto error = makeFolder(target.parent_path())) {
-        return failed("cannot be written: " + *error);
+        return fail("cannot be written: " + *error);
     }
     std::filesystem::path lockFile = target;
     lockFile += ".lock";
     const FileDescriptor locked(lockFile, O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK, kPrivateFile);
     if (const auto error = lock(locked, patience_)) {
-        return failed("cannot be locked, so nothing was written: " + *error);
+        return fail("cannot be locked, so nothing was written: " + *error);
     }
     Loaded loaded;
-    auto list = std::make_unique<PropertyList>();
-    edit(*list);
-    const auto damage = load(loaded, [&](const std::string& bytes) {
-        list = std::make_unique<PropertyList>();  // an attempt may have left half of a file in the last one
-        edit(*list);
-        return list->merge(bytes);
+    PropertyList changes;
+    edit(changes);
+    PropertyList list = changes;
+    const auto damage = load(loaded, [&changes, &list](const std::string& bytes) {
+        list = changes;  // without what another attempt has read
+        return list.merge(bytes);
     });
     if (mustBeNew && loaded.identity) {
         return Change::wasThere;
     }
     if (damage) {
-        return failed(*damage + "; it is left as it is and nothing was written");
+        return fail(*damage + "; it is left as it is and nothing was written");
     }
-    const auto bytes = list->binary();
+    const auto bytes = list.binary();
     if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {
-        return failed(unwritable->why + "; nothing was written");
+        return fail(unwritable->why + "; nothing was written");
     }
     takeOwnerFrom(loaded.identity ? target : target.parent_path(), locked);
     if (const auto error = replaceFile(target, std::get<std::string>(bytes))) {
-        return failed("cannot be written and stays as it was: " + *error);
+        return fail("cannot be written and stays as it was: " + *error);
     }
     return Change::written;  // closing the lock file unlocks
 }
@@ -162,7 +139,8 @@ bool SuiteFile::synchronize() {
         const FileDescriptor opened(path, O_RDONLY | O_NONBLOCK);
         const bool missing = !opened.isOpen() && isMissing(errno);
         if (!missing && (!opened.isOpen() || ::fsync(opened.number()) != 0)) {
-            return fail("cannot be put on the disk: " + lastErrorText());
+            fail("cannot be put on the disk: " + lastErrorText());
+            return false;
         }
     }
     return true;

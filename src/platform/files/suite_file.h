@@ -23,14 +23,11 @@ public:
     // With `dropsWrites` every transaction succeeds and changes nothing. `patience` is for the lock.
     SuiteFile(std::filesystem::path file, bool dropsWrites, FaultListener faults,
               std::chrono::milliseconds patience = kPatience);
-    ~SuiteFile();
-    SuiteFile(const SuiteFile&) = delete;
-    SuiteFile& operator=(const SuiteFile&) = delete;
 
     // What the file holds now; loaded again only when its identity changed. Empty when missing or damaged (told once).
     std::shared_ptr<const Dictionary> snapshot();
 
-    // One transaction: what the edit says about a key goes before what the file says; it may be asked more than once.
+    // One transaction: what the edit says about a key goes before what the file says.
     // A fault is told when it failed, and none when the file should be a new one and is there: the file is whole then.
     enum class Change { written, failed, wasThere };
     using Edit = std::function<void(PropertyList&)>;
@@ -39,10 +36,16 @@ public:
     bool synchronize();
 
 private:
-    struct Loaded;
+    // The open descriptor keeps the inode's number from being given to another file: without it a file replaced twice
+    // within one tick of the clock could carry the first one's identity.
+    struct Loaded {
+        FileDescriptor file;
+        std::optional<FileIdentity> identity;  // nil when there is no file
+        std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
+    };
     using Reader = std::function<std::optional<std::string>(const std::string& bytes)>;  // what is wrong with them
 
-    bool fail(const std::string& what) const;
+    Change fail(const std::string& what) const;
     std::optional<std::string> loadOnce(Loaded& loaded, const Reader& reader) const;
     std::optional<std::string> load(Loaded& loaded, const Reader& reader) const;
 
@@ -50,7 +53,7 @@ private:
     bool dropsWrites_;
     FaultListener faults_;
     std::chrono::milliseconds patience_;
-    std::unique_ptr<Loaded> loaded_;
+    std::optional<Loaded> loaded_;
 };
 
 }  // namespace lunabrook

@@ -1,28 +1,27 @@
+#include <absl/time/civil_time.h>
 #include <expat.h>
 #include <locale.h>
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
 #include <new>
-#include <string>
 #include <vector>
 
-#include "platform/files/private/object_code.h"
+#include "platform/files/private/flat_list.h"
 #include "platform/values/base64.h"
 
 namespace lunabrook {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view trimmed(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+// Without those that it starts with.
+std::string_view withoutBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return text;
 }
 
 // The digits that the text starts with, in decimal or after 0x; no digits are zero.
@@ -32,15 +31,14 @@ WideInteger integerOf(std::string_view text) {
     const int base = text.starts_with("0x") || text.starts_with("0X") ? 16 : 10;
     text.remove_prefix(base == 16 ? 2 : 0);
     WideInteger number = 0;
+    int digit = 0;
     for (const char& sign : text) {
-        int digit = 0;
         if (std::from_chars(&sign, &sign + 1, digit, base).ec != std::errc()) {
             break;
         }
-        if (__builtin_mul_overflow(number, WideInteger{base}, &number) ||
-            __builtin_add_overflow(number, WideInteger{digit}, &number)) {
-            throw ListDamage{kNoList};
-        }
+        require(!__builtin_mul_overflow(number, WideInteger{base}, &number) &&
+                    !__builtin_add_overflow(number, WideInteger{digit}, &number),
+                kNoList);
     }
     return isNegative ? -number : number;
 }
@@ -51,31 +49,39 @@ double realOf(const std::string& text) {
 }
 
 // "2026-06-10T05:00:00Z"; what is missing after the day is zero.
-Date dateOf(std::string_view text) {
-    int fields[6] = {};  // year to second
-    int count = 0;
-    const char* const end = text.data() + text.size();
-    for (const char* start = text.data(); count < 6 && start < end; ++count) {
-        const auto read = std::from_chars(start, end, fields[count]);
-        if (read.ec != std::errc()) {
-            break;
-        }
-        start = read.ptr + 1;  // behind a separator
+Date dateOf(const std::string& text) {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    const int fields =
+        std::sscanf(text.c_str(), "%5d-%2d-%2d%*c%2d:%2d:%2d", &year, &month, &day, &hour, &minute, &second);
+    require(fields >= 3, kNoList);
+    const absl::CivilSecond moment(year, month, day, hour, minute, second);
+    return dateFromSecondsSince1970(static_cast<double>(moment - absl::CivilSecond(1970)));
+}
+
+std::string codeOfScalar(std::string_view name, const std::string& text) {
+    if (name == "string" || name == "key") {
+        return codeOf(std::string_view(text));
     }
-    const auto& [year, month, day, hour, minute, second] = fields;
-    constexpr int kFarthestYear = 30'000;  // of the calendar's range
-    if (count < 3 || std::abs(year) > kFarthestYear || month < 1 || month > 12) {
-        throw ListDamage{kNoList};
+    if (name == "true" || name == "false") {
+        return codeOf(name == "true");
     }
-    const std::chrono::sys_days start = std::chrono::year(year) / month / 1;
-    const double days = static_cast<double>(start.time_since_epoch().count()) + (day - 1.0);
-    return dateFromSecondsSince1970(days * kDaySeconds + hour * 3600.0 + minute * 60.0 + second);
+    if (name == "integer") {
+        return codeOf(integerOf(withoutBlanks(text)));
+    }
+    if (name == "real") {
+        return codeOf(realOf(text));
+    }
+    if (name == "date") {
+        return codeOf(dateOf(text));
+    }
+    const auto data = name == "data" ? dataFromBase64(text) : std::nullopt;
+    require(data.has_value(), kNoList);
+    return codeOf(*data);
 }
 
 class XmlReader {
 public:
-    XmlReader(std::string_view bytes, ListSink& sink)
-        : bytes_(bytes), sink_(sink), parser_(XML_ParserCreate("UTF-8"), &XML_ParserFree) {  // whatever it declares
+    explicit XmlReader(FlatList& list) : list_(list) {
         if (!parser_) {
             throw std::bad_alloc();
         }
@@ -88,24 +94,23 @@ public:
             guard(self, &XmlReader::append, std::string_view(text, static_cast<std::size_t>(length)));
         });
         // A list has no entities of its own: they could ask for any amount of text, or for other files.
-        XML_SetEntityDeclHandler(parser_.get(),
-                                 [](void* self, auto...) { guard(self, &XmlReader::refuse, std::string_view()); });
-        XML_SetSkippedEntityHandler(parser_.get(),
-                                    [](void* self, auto...) { guard(self, &XmlReader::refuse, std::string_view()); });
+        const auto refuse = [](void* self, auto...) { guard(self, &XmlReader::refuseEntity, {}); };
+        XML_SetEntityDeclHandler(parser_.get(), refuse);
+        XML_SetSkippedEntityHandler(parser_.get(), refuse);
     }
 
-    ObjectKind read() {
-        const XML_Status status = XML_Parse(parser_.get(), bytes_.data(), static_cast<int>(bytes_.size()), XML_TRUE);
+    void read(std::string_view bytes) {
+        const XML_Status status = XML_Parse(parser_.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
         if (fault_) {
             std::rethrow_exception(fault_);
         }
         switch (status == XML_STATUS_OK ? XML_ERROR_NONE : XML_GetErrorCode(parser_.get())) {
             case XML_ERROR_NONE:
-                return root_ ? *root_ : throw ListDamage{kNoList};
+                return require(!list_.codes().empty(), kNoList);
             case XML_ERROR_NO_MEMORY:
                 throw std::bad_alloc();
             case XML_ERROR_NO_ELEMENTS:  // also when the last ones are open
-                throw ListDamage{depth_ > 0 ? kCutShort : kNoList};
+                throw ListDamage{places_.empty() ? kNoList : kCutShort};
             case XML_ERROR_TAG_MISMATCH:
             case XML_ERROR_UNCLOSED_TOKEN:
             case XML_ERROR_UNCLOSED_CDATA_SECTION:
@@ -116,126 +121,81 @@ public:
     }
 
 private:
-    // A container that is open, and of a dictionary the key whose value comes next.
-    struct Open {
-        ObjectKind kind;
-        std::optional<std::string> key;
-    };
+    // An open element; of a dictionary what comes next.
+    enum class Place { list, array, key, value, scalar };
 
     // What is thrown goes around the parser, which is not made for it.
     static void guard(void* self, void (XmlReader::*handle)(std::string_view), std::string_view argument) noexcept {
         auto* reader = static_cast<XmlReader*>(self);
-        if (reader->fault_) {
-            return;
-        }
         try {
-            (reader->*handle)(argument);
+            reader->fault_ ? void() : (reader->*handle)(argument);
         } catch (...) {
             reader->fault_ = std::current_exception();
             XML_StopParser(reader->parser_.get(), XML_FALSE);
         }
     }
 
-    [[noreturn]] void refuse(std::string_view) { throw ListDamage{kNoList}; }
+    void refuseEntity(std::string_view) { throw ListDamage{kNoList}; }
+
+    Place place() const { return places_.empty() ? Place::list : places_.back(); }
 
     void start(std::string_view name) {
-        if (isInScalar_ || (name == "plist" && depth_ > 0)) {
-            refuse(name);
-        }
-        ++depth_;
-        if (name == "dict" || name == "array") {
-            const ObjectKind kind = name == "dict" ? ObjectKind::dictionary : ObjectKind::array;
-            sendKey(kind);
-            sink_.open(kind);
-            open_.push_back({kind, std::nullopt});
-        } else if (name != "plist") {
-            isInScalar_ = true;
+        require(place() != Place::scalar, kNoList);
+        if (name == "plist") {
+            require(places_.empty(), kNoList);
+            places_.push_back(Place::list);
+        } else if (name == "dict" || name == "array") {
+            startValue();
+            list_.open(name == "dict" ? ObjectKind::dictionary : ObjectKind::array);
+            places_.push_back(name == "dict" ? Place::key : Place::array);
+        } else {
+            places_.push_back(Place::scalar);
             text_.clear();
         }
     }
 
     void end(std::string_view name) {
-        --depth_;
-        if (!isInScalar_) {
-            if (name != "plist") {
-                sink_.close();
-                open_.pop_back();
+        const Place ended = place();
+        places_.pop_back();
+        if (ended == Place::scalar) {
+            const bool isKey = name == "key" && place() == Place::key;
+            isKey ? void(places_.back() = Place::value) : startValue();
+            list_.add(codeOfScalar(name, text_));
+        } else if (ended != Place::list) {
+            if (ended == Place::value) {
+                list_.add(codeOfHeader(ObjectKind::nothing));
             }
-            return;
+            list_.close();
         }
-        isInScalar_ = false;
-        if (name == "key" && !open_.empty() && open_.back().kind == ObjectKind::dictionary && !open_.back().key) {
-            open_.back().key = text_;
-            return;
-        }
-        const std::string code = codeOfScalar(name);
-        sendKey(objectHeader(code).kind);
-        sink_.add(code);
     }
 
     void append(std::string_view text) {
-        if (isInScalar_) {
-            text_ += text;
-        } else if (!trimmed(text).empty()) {
-            refuse(text);
+        require(place() == Place::scalar || withoutBlanks(text).empty(), kNoList);
+        text_ += text;
+    }
+
+    void startValue() {
+        require(place() != Place::key && (place() != Place::list || list_.codes().empty()), kNoList);
+        if (place() == Place::value) {
+            places_.back() = Place::key;
         }
     }
 
-    // Before a value of this kind.
-    void sendKey(ObjectKind kind) {
-        if (open_.empty()) {
-            root_ ? refuse({}) : void(root_ = kind);
-        } else if (open_.back().kind == ObjectKind::dictionary) {
-            if (!open_.back().key) {
-                refuse({});
-            }
-            sink_.add(codeOf(*std::exchange(open_.back().key, std::nullopt)));
-        }
-    }
-
-    std::string codeOfScalar(std::string_view name) {
-        if (name == "string" || name == "key") {
-            return codeOf(text_);
-        }
-        if (name == "true" || name == "false") {
-            return codeOf(name == "true");
-        }
-        if (name == "integer") {
-            return codeOf(integerOf(trimmed(text_)));
-        }
-        if (name == "real") {
-            return codeOf(realOf(text_));
-        }
-        if (name == "date") {
-            return codeOf(dateOf(trimmed(text_)));
-        }
-        const auto data = name == "data" ? dataFromBase64(text_) : std::nullopt;
-        return data ? codeOf(*data) : throw ListDamage{kNoList};
-    }
-
-    std::string_view bytes_;
-    ListSink& sink_;
-    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
+    FlatList& list_;
+    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_{XML_ParserCreate("UTF-8"), &XML_ParserFree};
     std::exception_ptr fault_;
-    int depth_ = 0;  // of elements
-    std::vector<Open> open_;
-    std::optional<ObjectKind> root_;
-    bool isInScalar_ = false;
+    std::vector<Place> places_;
     std::string text_;  // of the scalar
 };
 
 }  // namespace
 
-ObjectKind readXmlPropertyList(std::string_view bytes, ListSink& sink) {
+void readXmlPropertyList(std::string_view bytes, FlatList& list) {
     constexpr std::size_t kMostBytes = std::size_t{8} << 20;
-    if (bytes.size() > kMostBytes) {
-        throw ListDamage{"is XML of more than 8 MiB"};
-    }
-    if (!isUtf8(bytes) || bytes.find('\0') != std::string_view::npos) {
-        throw ListDamage{"is neither a binary property list nor UTF-8 text"};
-    }
-    bytes.remove_prefix(std::min(bytes.find_first_not_of(kBlanks), bytes.size()));
-    return XmlReader(bytes, sink).read();
+    require(bytes.size() <= kMostBytes, "is XML of more than 8 MiB");
+    require(utf16Of(bytes) && bytes.find('\0') == std::string_view::npos,
+            "is neither a binary property list nor UTF-8 text");
+    XmlReader(list).read(withoutBlanks(bytes));
 }
 
 }  // namespace lunabrook

@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "platform/files/private/file_identity.h"
+#include "platform/files/private/file_descriptor.h"
 #include "platform/text/private/language_match.h"
 #include "platform/text/string_table.h"
 

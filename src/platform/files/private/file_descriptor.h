@@ -1,12 +1,14 @@
-// An open file that closes itself, and what can go wrong with one as text.
+// An open file that closes itself, which bytes stand under a name, and what went wrong as text.
 
 #pragma once
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -36,6 +38,29 @@ public:
 private:
     int number_ = -1;
 };
+
+// It differs after a file was replaced or written in place.
+struct FileIdentity {
+    dev_t device;
+    ino_t inode;
+    off_t size;
+    time_t second;  // of the change
+    long nanosecond;
+
+    explicit FileIdentity(const struct stat& status)
+        : device(status.st_dev),
+          inode(status.st_ino),
+          size(status.st_size),
+          second(status.st_ctim.tv_sec),
+          nanosecond(status.st_ctim.tv_nsec) {}
+    bool operator==(const FileIdentity&) const = default;
+};
+
+// Nil when there is no file, or none that can be looked at.
+inline std::optional<FileIdentity> identityOf(const std::filesystem::path& file) {
+    struct stat status = {};
+    return ::stat(file.c_str(), &status) == 0 ? std::optional<FileIdentity>(status) : std::nullopt;
+}
 
 // "No space left on device", of the last failed call.
 inline std::string lastErrorText() { return std::generic_category().message(errno); }
