@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 #include <variant>
 
@@ -104,6 +105,21 @@ std::string trimmed(const std::string& line) {
     return start == std::string::npos ? "" : line.substr(start, line.find_last_not_of(kBlanks) + 1 - start);
 }
 
+// False at the end of the input. What is longer than anybody speaks is cut off and understood by nobody.
+bool readLine(std::string& line) {
+    constexpr std::size_t kMostBytes = std::size_t{64} << 10;
+    line.clear();
+    for (int byte = std::cin.get(); byte != std::istream::traits_type::eof(); byte = std::cin.get()) {
+        if (byte == '\n') {
+            return true;
+        }
+        if (line.size() < kMostBytes) {
+            line += static_cast<char>(byte);
+        }
+    }
+    return !line.empty();
+}
+
 }  // namespace
 
 ExitStatus ask(const Device& device, const std::vector<std::string>& intents, bool asJson) {
@@ -133,7 +149,7 @@ ExitStatus askLines(const Device& device, bool asJson, const std::function<void(
     };
     prompt("Say a phrase such as \"How ready am I today?\"; Ctrl-D ends.\n");
     ExitStatus status = ExitStatus::answered;
-    for (std::string line; prompt("> "), std::getline(std::cin, line);) {
+    for (std::string line; prompt("> "), readLine(line);) {
         if (const std::string text = trimmed(line); !text.empty()) {
             status = std::max(status, ask(device, {text}, asJson));
             std::cout.flush();
@@ -144,6 +160,10 @@ ExitStatus askLines(const Device& device, bool asJson, const std::function<void(
         }
     }
     prompt("\n");
+    if (std::ferror(stdin) != 0) {
+        complain("the input cannot be read to its end");
+        status = std::max(status, ExitStatus::failed);
+    }
     return status;
 }
 

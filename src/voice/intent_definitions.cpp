@@ -42,7 +42,7 @@ std::variant<Definitions, Damage> definitionsFromJson(const json& root) {
     for (const IntentRoute& route : intentRoutes()) {
         missing.insert(route.className);
     }
-    for (const json& entry : root.at("intents").get<json::array_t>()) {
+    for (const json& entry : root.at("intents").get_ref<const json::array_t&>()) {
         definitions.push_back(definitionFromJson(entry));
         const std::string& name = definitions.back().className;
         if (missing.erase(name) == 0) {
@@ -56,8 +56,15 @@ std::variant<Definitions, Damage> definitionsFromJson(const json& root) {
 }
 
 std::variant<Definitions, Damage> definitionsFromText(const std::string& text) {
+    constexpr int kDeepest = 16;
+    bool isTooDeep = false;  // to be copied with a stack that ends
+    const auto watchDepth = [&isTooDeep](int depth, json::parse_event_t, const json&) {
+        isTooDeep = isTooDeep || depth > kDeepest;
+        return !isTooDeep;
+    };
     try {
-        return definitionsFromJson(json::parse(text));
+        const json root = json::parse(text, watchDepth);
+        return definitionsFromJson(isTooDeep ? json() : root);
     } catch (const json::parse_error& error) {
         const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(error.byte, text.size()));
         return Damage{1 + static_cast<int>(std::count(text.begin(), end, '\n')), "is not JSON"};

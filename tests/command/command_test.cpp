@@ -326,6 +326,9 @@ TEST_F(Command, AnswersEachLineOfItsInput) {
     EXPECT_EQ(lines.output, "Today's Readiness is good.\n2 sleep rings closed. Today's sleep rating is 98%.\n");
     EXPECT_THAT(lines.error, StartsWith("lunabrook: no intent answers to \"lights on\""));
     EXPECT_EQ(run("ask", kPinned, "true |").status, 0);
+    const Outcome unreadable = run("ask </");
+    EXPECT_EQ(unreadable.status, 1);
+    EXPECT_THAT(unreadable.error, HasSubstr("the input cannot be read"));
 }
 
 // The terminal's answers and questions come in one stream; an echo could come anywhere between them.

@@ -260,6 +260,7 @@ TEST(Phrases, OfADamagedDefinitionAreUnderstoodStill) {
         {stringByReplacing(whole, "\"ReadinessIntent\"", "\"SleepFuelIntent\""), 0, "defined already"},
         {R"({"intents": []})", 0, "does not define \"LatestBedtimeIntent\""},
         {std::string(400000, '[') + std::string(400000, ']'), 0, "wrong type"},
+        {R"({"intents": [)" + std::string(200000, '[') + std::string(200000, ']') + "]}", 0, "wrong type"},
         {std::string(2 << 20, ' ') + whole, 0, "too large"},
     };
     for (const Row& row : rows) {

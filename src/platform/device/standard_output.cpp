@@ -1,6 +1,7 @@
 #include "platform/device/standard_output.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -44,7 +45,11 @@ int StandardOutput::sync() {
     for (const char* start = pbase(); start != pptr() && error_ == 0;) {
         const ssize_t count = ::write(STDOUT_FILENO, start, static_cast<std::size_t>(pptr() - start));
         start += count > 0 ? count : 0;
-        error_ = count < 0 && errno != EINTR ? errno : 0;
+        error_ = count < 0 && errno != EINTR && errno != EAGAIN ? errno : 0;
+        if (count < 0 && errno == EAGAIN) {
+            pollfd reader = {.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0};
+            ::poll(&reader, 1, -1);  // a pipe that is not waited for by itself
+        }
     }
     setp(buffer_.begin(), buffer_.end());
     return error_ == 0 ? 0 : -1;

@@ -101,14 +101,14 @@ public:
 
     std::uint32_t addContainer(ObjectKind kind, std::string_view& rest) {
         size_.add(1);
-        std::set<std::string_view> seen;
+        std::set<std::string> seen;  // as texts: one key may be coded in two ways
         std::vector<std::uint32_t> keys;
         std::vector<std::uint32_t> entries;
         for (Object entry; takeEntry(rest, entry);) {
             if (kind == ObjectKind::dictionary) {
                 const Object key = std::exchange(entry, takeObject(rest));
                 const std::size_t before = seen.size();
-                seen.emplace_hint(seen.end(), key.code);  // keys are mostly in order
+                seen.emplace_hint(seen.end(), textOf(key));  // keys are mostly in order
                 if (seen.size() == before || entry.kind == ObjectKind::nothing) {
                     valueOf(entry, rest);  // only takes what is in it
                     continue;

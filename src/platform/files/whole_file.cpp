@@ -99,7 +99,10 @@ std::optional<std::string> lock(const FileDescriptor& file, std::chrono::millise
 
 void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file) {
     struct stat status = {};
-    if (::geteuid() == 0 && file.isOpen() && ::stat(other.c_str(), &status) == 0) {
+    struct stat own = {};
+    // What has another name besides may be another's.
+    const bool isOurs = file.isOpen() && ::fstat(file.number(), &own) == 0 && own.st_nlink == 1;
+    if (::geteuid() == 0 && isOurs && ::stat(other.c_str(), &status) == 0) {
         // A file system that knows no owners is no reason to write nothing.
         [[maybe_unused]] const int ignored = ::fchown(file.number(), status.st_uid, status.st_gid);
     }

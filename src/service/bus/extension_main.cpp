@@ -9,6 +9,7 @@
 
 #include "host/device_option_flags.h"
 #include "platform/device/event_waiter.h"
+#include "platform/device/standard_output.h"
 #include "service/bus/intents_service.h"
 
 namespace lunabrook {
@@ -23,7 +24,8 @@ constexpr const char* kAbout =
     "  busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook \\\n"
     "      kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent\n"
     "\n"
-    "Exit status: 0 left when idle or told to, 1 no bus or the name is taken, 2 a wrong call.\n";
+    "Exit status: 0 left when idle or told to, 1 no bus or the name is taken, 2 a wrong call,\n"
+    "3 memory ran out.\n";
 
 constexpr double kMostIdleSeconds = 86'400;
 
@@ -112,6 +114,7 @@ Status run(const Call& call) {
 }  // namespace
 
 int NSExtensionMain(int argc, char** argv) {
+    StandardOutput output;
     CLI::App app(kAbout, kIntentsServiceProgram);
     app.set_version_flag("--version", LUNABROOK_VERSION);
     Call call;
@@ -121,7 +124,8 @@ int NSExtensionMain(int argc, char** argv) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            return app.exit(error);
+            app.exit(error);
+            return output.finish() == 0 ? kLeft : kNoBus;
         }
         const std::string text = error.what();
         return complain(kWrongCall,

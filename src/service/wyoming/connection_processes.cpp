@@ -9,7 +9,11 @@
 
 #include <cerrno>
 #include <csignal>
+#include <exception>
+#include <iostream>
 #include <set>
+
+#include "service/wyoming/conversation.h"
 
 namespace lunabrook::wyoming {
 
@@ -82,7 +86,7 @@ private:
             if (::getppid() == self) {
                 ::close(listening_);
                 ::close(signals_);
-                serve_(connection);
+                serveAlone(connection);
             }
             ::_exit(0);  // what else this process holds is its parent's
         }
@@ -91,6 +95,15 @@ private:
             children_.insert(child);
         }
         return child > 0;
+    }
+
+    // What is thrown must not unwind what the parent holds, too.
+    void serveAlone(int connection) const {
+        try {
+            serve_(connection);
+        } catch (const std::exception& error) {
+            std::cerr << kProgram << ": " << error.what() << "\n";
+        }
     }
 
     int listening_;

@@ -23,7 +23,8 @@ constexpr const char* kAbout =
     "  lunabrook-wyoming --uri tcp://127.0.0.1:10620             or keep it running yourself\n"
     "\n"
     "Nobody is asked for a password: who reaches the address hears about your sleep.\n"
-    "Exit status: 0 the client has gone or it was told to stop, 1 it cannot listen, 2 a wrong call.\n";
+    "Exit status: 0 the client has gone or it was told to stop, 1 it cannot listen, 2 a wrong call,\n"
+    "3 memory ran out.\n";
 
 constexpr double kMostIdleSeconds = 86'400;
 
@@ -89,7 +90,7 @@ private:
 }  // namespace
 
 int runService(int argc, char** argv) {
-    const StandardOutput output;
+    StandardOutput output;
     CLI::App app(kAbout, kProgram);
     app.set_version_flag("--version", LUNABROOK_VERSION);
     Call call;
@@ -102,7 +103,8 @@ int runService(int argc, char** argv) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            return app.exit(error);
+            app.exit(error);
+            return output.finish() == 0 ? kLeft : kCannotListen;
         }
         const std::string text = error.what();
         return complain(kWrongCall,

@@ -168,6 +168,11 @@ TEST(PropertyList, FirstOfADoubledKeyCounts) {
     EXPECT_EQ(dictionaryOf(doubled), (Dictionary{{"k", "a"}}));
     EXPECT_TRUE(dictionaryOf(binaryList({"\xD2\x01\x01\x02\x01"s, "\x51k"s, "\0"s})).empty());
     EXPECT_EQ(dictionaryOf(withKeys(doubled, {{"k", 1}})), (Dictionary{{"k", 1}}));
+    const std::string wideKey = binaryList({"\xD1\x01\x02"s, "\x61\0k"s,
+                                            "\x51"
+                                            "a"s});
+    const std::string once = withKeys(wideKey, {{"k", 1}});
+    EXPECT_EQ(once.find("\x61\0k"s), std::string::npos) << "another reader would take the key that is left";
     EXPECT_EQ(dictionaryOf(withKeys(inner, {})), (Dictionary{{"a", Dictionary{{"a", "a"}}}}));
     EXPECT_EQ(withKeys(inner, {}).find("\xD2"), std::string::npos);
 }
