@@ -104,15 +104,6 @@ TEST(EnglishSentences, WouldBeSeenIfTwoIntentsSharedOne) {
     EXPECT_EQ(sharedBy("light(s|ning) off", "light [s] off"), "none");
 }
 
-TEST(EnglishSentences, AddedToAnotherIntentAreSeen) {
-    std::string planted = shippedYaml();
-    const std::string heading = "  SleepFuelIntent:\n    data:\n";
-    planted.insert(planted.find(heading) + heading.size(),
-                   "    - sentences: [\"<lead> (are|were) my rings <state>\"]\n");
-    const SentenceBook book = bookOf(planted);
-    EXPECT_THAT(test::SentenceAutomaton(book.sentences().file).shortestSharedSentence(), SizeIs(1));
-}
-
 // Each would take longer than the world stands if beginnings were followed one by one.
 TEST(Sentences, TakeNoTimeWhateverIsSaid) {
     std::string many, deep = "a";

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -128,21 +127,6 @@ int exitStatus(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-TEST(UserDefaults, FullDiskLeavesTheOldStoreWhole) {
-    TestDevice device;
-    writeFile(device.storeFile(), kXmlStore);
-    const pid_t child = startProcess([&device] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{20, 20};  // no file grows beyond 20 bytes: a disk that is full in the middle of a write
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const bool isWritten = UserDefaults(device, kSuite).setObject("name", "y");
-        return !isWritten && device.faults().size() == 1 ? 0 : 1;
-    });
-    EXPECT_EQ(exitStatus(child), 0);
-    EXPECT_EQ(readFile(device.storeFile()), kXmlStore);
-    EXPECT_FALSE(std::filesystem::exists(device.storeFile().string() + ".new"));
 }
 
 TEST(UserDefaults, TwoWritersLoseNothingAndAReaderNeverSeesABrokenStore) {
