@@ -120,16 +120,8 @@ int NSExtensionMain(int argc, char** argv) {
     Call call;
     app.add_option("--idle-seconds", call.idleSeconds, "Leave when nobody called for so long (30)")->type_name("N");
     addDeviceOptions(app, call.device);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            app.exit(error);
-            return output.finish() == 0 ? kLeft : kNoBus;
-        }
-        const std::string text = error.what();
-        return complain(kWrongCall,
-                        text.substr(0, text.find('\n')) + " (`lunabrook-intents --help` shows the options)");
+    if (const auto status = exitAfterParsing(app, argc, argv, output)) {
+        return *status;
     }
     if (const auto wrong = whatIsWrong(call)) {
         return complain(kWrongCall, *wrong);

@@ -99,16 +99,8 @@ int runService(int argc, char** argv) {
     app.add_option("--idle-seconds", call.idleSeconds, "End a connection that says nothing for so long (60)")
         ->type_name("N");
     addDeviceOptions(app, call.device);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            app.exit(error);
-            return output.finish() == 0 ? kLeft : kCannotListen;
-        }
-        const std::string text = error.what();
-        return complain(kWrongCall,
-                        text.substr(0, text.find('\n')) + " (`lunabrook-wyoming --help` shows the options)");
+    if (const auto status = exitAfterParsing(app, argc, argv, output)) {
+        return *status;
     }
     if (const auto wrong = whatIsWrong(call)) {
         return complain(kWrongCall, *wrong);
