@@ -35,7 +35,9 @@ Morning morningOf(const Device& device) {
         .spO2 = metrics.requestSpO2(),
         .respRate = metrics.requestRespRate(),
         .wristTemp = metrics.requestWristTemp(),
+        .consistency = metrics.requestConsistencyDict(),
         .sleepBank = metrics.requestSleepBank(),
+        .reportDay = metrics.reportDay(),
     };
 }
 

@@ -1,4 +1,4 @@
-// The result dictionaries of one morning, each under its request's name; nil where a metric has no data.
+// The result dictionaries of one morning, nil where a metric has no data, and the day they are of.
 
 #pragma once
 
@@ -16,7 +16,10 @@ struct Morning {
     std::optional<Dictionary> spO2;
     std::optional<Dictionary> respRate;
     std::optional<Dictionary> wristTemp;
+    std::optional<Dictionary> consistency;
     std::optional<Dictionary> sleepBank;
+    std::optional<Date>
+        reportDay;  // within the calendar day under which the sleep day is filed; nil beyond the calendar
 };
 
 Morning morningOf(const Device& device);

@@ -1,8 +1,8 @@
-// Lines for a terminal of 80 columns: cells that line up whatever characters they hold, and a few colours.
+// Lines for a terminal: tables whose columns line up whatever characters they hold, and a few colours.
 //
-//   Page page(true);
-//   page.add({{"HRV", 22}, {"58 ms", 9}, {"6 above baseline", 0, Ink::good}});
-//   page.text() -> "HRV                   58 ms    \x1b[32m6 above baseline\x1b[0m\n"
+//   Page page(80, true);
+//   page.addTable({{22}, {11}, {0, 1}}, {{{{"HRV"}, {"58 ms"}, {"6 above baseline", Ink::good}}}});
+//   page.text() -> "HRV                   58 ms      \x1b[32m6 above baseline\x1b[0m\n"
 
 #pragma once
 
@@ -15,23 +15,37 @@ enum class Ink { plain, heading, quiet, good, bad, rise, fall };
 
 struct Cell {
     std::string text;
-    int columns = 0;  // at least; 0 is as wide as the text. A longer text is followed by one blank
     Ink ink = Ink::plain;
+};
+
+struct Column {
+    int columns = 0;       // at least, with the gap behind it; 0 is as wide as its widest text
+    int rank = 0;          // what a narrow terminal loses first: the highest; 0 stays
+    bool isRight = false;  // numbers
+};
+
+struct Row {
+    std::vector<Cell> cells;
+    bool isOverColumns = false;  // a heading: it widens no column and runs on over those that are empty beside it
 };
 
 class Page {
 public:
-    static constexpr int kColumns = 80;
+    Page(int columns, bool hasColours) : columns_(columns), hasColours_(hasColours) {}
 
-    explicit Page(bool hasColours) : hasColours_(hasColours) {}
+    int columns() const { return columns_; }
 
-    // A line; what goes beyond the last column is cut and ends in "…".
-    void add(const std::vector<Cell>& cells);
+    // Rows that line up. The first column is as wide as it says, and what is longer ends in "…"; the others take what
+    // their texts need. Whole columns are lost until the rest fits.
+    void addTable(const std::vector<Column>& columns, std::vector<Row> rows);
     void addBlank() { text_ += "\n"; }
 
     const std::string& text() const { return text_; }
 
 private:
+    void addInked(const std::string& shown, Ink ink);
+
+    int columns_;
     bool hasColours_;
     std::string text_;
 };

@@ -2,28 +2,20 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
-#include "command/morning.h"
+#include "command/glance.h"
 #include "command/page.h"
 #include "command/verbs.h"
-#include "metrics/percent.h"
-#include "metrics/result_keys.h"
 #include "platform/device/terminal.h"
-#include "platform/text/display_width.h"
-#include "platform/text/string_format.h"
 
 namespace lunabrook {
 
 namespace {
 
-constexpr int kNameColumns = 22;
-constexpr int kBarColumns = 20;
-
-std::string label(const Dictionary& result, std::string_view key) {
-    const std::string* text = stringForKey(result, key);
-    return text != nullptr ? *text : "";
-}
+constexpr int kWholePage = 80;
+constexpr int kNameColumns = 23;
 
 std::string repeated(const char* sign, int times) {
     std::string text;
@@ -39,169 +31,163 @@ int filledSigns(double fraction, int most) {
     return signs >= most ? most : signs > 0 ? static_cast<int>(signs) : 0;
 }
 
-std::string bar(double fraction) {
-    const int full = filledSigns(fraction, kBarColumns);
-    return repeated("█", full) + repeated("░", kBarColumns - full);
-}
-
 std::string stars(double value) {
     constexpr int kMost = 5;
     const int full = filledSigns(value / kMost, kMost);
     return repeated("★", full) + repeated("⭒", kMost - full);
 }
 
-class Glance {
-public:
-    Glance(const Device& device, bool hasColours) : device_(device), page_(hasColours) {}
+Cell name(const std::string& text) { return {"  " + text}; }
+Cell heading(const std::string& text) { return {text, Ink::heading}; }
 
-    std::string textOf(const Morning& morning) {
-        addRings(morning.quality);
+Ink inkOf(Tint tint) {
+    return tint == Tint::favourable ? Ink::good : tint == Tint::unfavourable ? Ink::bad : Ink::plain;
+}
+Ink inkOf(Change change) {
+    return change == Change::rise ? Ink::rise : change == Change::fall ? Ink::fall : Ink::plain;
+}
+
+class GlancePage {
+public:
+    GlancePage(const Glance& glance, int columns, bool hasColours) : glance_(glance), page_(columns, hasColours) {}
+
+    std::string text() {
+        page_.addTable({{}}, {{{heading(glance_.day)}}});
         page_.addBlank();
-        addRecovery("Today's Readiness", morning.readiness);
+        addRings(glance_.rings);
         page_.addBlank();
-        addRecovery("Sleep Fuel Rating", morning.octane);
+        addRecovery(glance_.readiness);
         page_.addBlank();
-        addNight("Sleep SpO2", kSpO2Name, morning.spO2);
-        addNight("Respiration Rate", kRespRateName, morning.respRate);
-        addTemperature(morning.wristTemp);
+        addRecovery(glance_.sleepFuel);
         page_.addBlank();
-        addBank(morning.sleepBank);
+        addNights();
+        addTemperature(glance_.temperature);
+        page_.addBlank();
+        addBank(glance_.bank);
         return page_.text();
     }
 
 private:
-    std::string localized(std::string_view fragment) const { return device_.localizedString(fragment); }
-
-    // Longer names are cut, so that what follows stays in its column.
-    Cell name(std::string_view fragment) const {
-        return {textFittedTo("  " + localized(fragment), kNameColumns - 1), kNameColumns};
-    }
-    Cell heading(const std::string& text) const {
-        return {textFittedTo(text, kNameColumns - 1), kNameColumns, Ink::heading};
+    std::string bar(double fraction) const {
+        constexpr int kLeastWithWholeBars = 60;
+        const int columns = page_.columns() < kLeastWithWholeBars ? 10 : 20;
+        const int full = filledSigns(fraction, columns);
+        return repeated("█", full) + repeated("░", columns - full);
     }
 
-    Cell percent(float fraction) const {
-        return {localizedStringWithFormat(device_.locale(), "%4.0f%%", {percentOf(fraction)}), 7};
+    Cell noData() const { return {glance_.noData, Ink::quiet}; }
+    void addWithoutData(const std::string& title) {
+        page_.addTable({{kNameColumns}, {}}, {{{heading(title), noData()}}});
     }
 
-    // False, and a quiet line, when the metric has no data.
-    bool addHeadingWithoutData(std::string_view fragment, const std::optional<Dictionary>& result) {
-        if (!result) {
-            page_.add({heading(localized(fragment)), {localized("No Data"), 0, Ink::quiet}});
+    void addRings(const Glance::Card<Glance::Rings>& card) {
+        if (!card.content) {
+            return addWithoutData(card.title);
         }
-        return !result;
+        const Glance::Rings& rings = *card.content;
+        std::vector<Row> rows{{{heading(card.title), {bar(rings.rating)}, {rings.percent}}}};
+        for (const Glance::Ring& ring : rings.rings) {
+            const Ink ink = ring.fill >= 1 ? Ink::good : Ink::plain;
+            rows.push_back({{name(ring.name), {bar(ring.fill), ink}, {ring.percent}, {ring.value}}});
+        }
+        page_.addTable({{kNameColumns}, {}, {.columns = 6, .isRight = true}, {.rank = 1}}, std::move(rows));
     }
 
-    void addRings(const std::optional<Dictionary>& rings) {
-        if (addHeadingWithoutData("Sleep Rating", rings)) {
-            return;
+    void addRecovery(const Glance::Card<Glance::Recovery>& card) {
+        if (!card.content) {
+            return addWithoutData(card.title);
         }
-        const float rating = floatForKey(*rings, kSleepRating, 0);
-        page_.add({heading(localized("Sleep Rating")), {bar(rating), kBarColumns + 1}, percent(rating)});
-        const struct {
-            std::string_view name, percent, label;
-        } rows[] = {
-            {"Sleep", kRingSleepPercent, kRingSleepLabel},
-            {rings->contains(kShowStages) ? "REM" : "Quality", kRingQualityPercent, kRingQualityLabel},
-            {"Deep", kRingDeepPercent, kRingDeepLabel},
-            {"bpm", kRingBpmPercent, kRingBpmLabel},
-        };
-        for (const auto& row : rows) {
-            const float fill = floatForKey(*rings, row.percent, 0);
-            const Ink ink = fill >= 1 ? Ink::good : Ink::plain;
-            page_.add({name(row.name), {bar(fill), kBarColumns + 1, ink}, percent(fill), {label(*rings, row.label)}});
+        const Glance::Recovery& recovery = *card.content;
+        page_.addTable({{kNameColumns}, {}, {}, {}},
+                       {{{heading(card.title), {stars(recovery.stars)}, {recovery.starsText}, {recovery.grade}}}});
+        std::vector<Row> rows;
+        for (const Glance::Signal& signal : recovery.signals) {
+            rows.push_back({{name(signal.name), {signal.value}, {signal.difference, inkOf(signal.tint)}}});
         }
+        page_.addTable({{kNameColumns}, {.columns = 11}, {.rank = 1}}, std::move(rows));
     }
 
-    static Ink inkOfTint(const Dictionary& result, std::string_view key) {
-        constexpr std::int64_t kUnfavourable = 1;
-        constexpr std::int64_t kFavourable = 2;
-        const std::int64_t tint = integerForKey(result, key, 0);
-        return tint == kFavourable ? Ink::good : tint == kUnfavourable ? Ink::bad : Ink::plain;
+    Row nightRow(const Glance::Card<Glance::Night>& card) const {
+        if (!card.content) {
+            return {{heading(card.title), noData()}};
+        }
+        const Glance::Night& night = *card.content;
+        return {{heading(card.title),
+                 {night.average},
+                 {night.range},
+                 {night.averageOfWeek},
+                 {night.rangeOfWeek},
+                 {night.difference, inkOf(night.change)}}};
     }
 
-    void addRecovery(std::string_view title, const std::optional<Dictionary>& result) {
-        constexpr int kValueColumns = 11;
-        if (addHeadingWithoutData(title, result)) {
-            return;
+    void addNights() {
+        std::vector<Row> rows;
+        if (glance_.bloodOxygen.content || glance_.respiration.content) {
+            const auto over = [](const std::string& text) { return Cell{text, Ink::quiet}; };
+            rows.push_back({{{}, over(glance_.averageName), over(glance_.rangeName), over(glance_.weekName)}, true});
         }
-        const double value = floatForKey(*result, kStarsValue, 0);
-        page_.add({heading(localized(title)),
-                   {stars(value), 6},
-                   {localizedStringWithFormat(device_.locale(), "%.2f", {value}), 5},
-                   {label(*result, kRating)}});
-        const struct {
-            std::string_view name, label, difference, tint;
-        } rows[] = {{"HRV", kHrvLabel, kHrvDifLabel, kHrvTint}, {"bpm", kWakingLabel, kWakingDifLabel, kWakingTint}};
-        for (const auto& row : rows) {
-            page_.add({name(row.name),
-                       {label(*result, row.label), kValueColumns},
-                       {label(*result, row.difference), 0, inkOfTint(*result, row.tint)}});
-        }
+        rows.push_back(nightRow(glance_.bloodOxygen));
+        rows.push_back(nightRow(glance_.respiration));
+        page_.addTable({{kNameColumns},
+                        {.columns = 11},
+                        {.columns = 13, .rank = 1},
+                        {.columns = 9, .rank = 2},
+                        {.columns = 15, .rank = 3},
+                        {}},
+                       std::move(rows));
     }
 
-    static Ink inkOfChange(const Dictionary& result) {
-        constexpr std::int64_t kRise = 1;
-        constexpr std::int64_t kFall = 2;
-        const std::int64_t change = integerForKey(result, kDifColour, 0);
-        return change == kRise ? Ink::rise : change == kFall ? Ink::fall : Ink::plain;
+    void addTemperature(const Glance::Card<Glance::Temperature>& card) {
+        if (!card.content) {
+            return addWithoutData(card.title);
+        }
+        const Glance::Temperature& temperature = *card.content;
+        page_.addTable({{kNameColumns}, {.columns = 11}, {.columns = 37, .rank = 1}, {}},
+                       {{{heading(card.title),
+                          {temperature.today},
+                          {temperature.baselineName + " " + temperature.baseline},
+                          {temperature.difference}}}});
     }
 
-    void addNight(std::string_view title, std::string_view metric, const std::optional<Dictionary>& result) {
-        if (addHeadingWithoutData(title, result)) {
-            return;
+    void addBank(const Glance::Card<Glance::Bank>& card) {
+        if (!card.content) {
+            return addWithoutData(card.title);
         }
-        page_.add({heading(label(*result, kTitle)),
-                   {label(*result, nightlyKey("average", metric, "Label")), 11},
-                   {label(*result, nightlyKey("average", metric, "RangeLabel")), 13},
-                   {label(*result, nightlyKey("average", metric, "Label7")), 9},
-                   {label(*result, nightlyKey("average", metric, "RangeLabel7")), 15},
-                   {label(*result, kDifLabel), 0, inkOfChange(*result)}});
+        const Glance::Bank& bank = *card.content;
+        page_.addTable({{kNameColumns}, {}, {.columns = 6, .isRight = true}, {.rank = 1}},
+                       {{{heading(card.title), {bar(bank.fraction)}, {bank.percent}, {bank.balance}}}});
+        std::vector<Row> rows;
+        for (const Glance::Moment& moment : bank.moments) {
+            const std::string remark = moment.remark + (moment.remarkedTime.empty() ? "" : " " + moment.remarkedTime);
+            const Cell time = moment.time.empty() ? noData() : Cell{moment.time};
+            rows.push_back({{name(moment.name), time, {remark, Ink::quiet}}});
+        }
+        page_.addTable({{kNameColumns}, {.columns = 11}, {.rank = 1}}, std::move(rows));
     }
 
-    void addTemperature(const std::optional<Dictionary>& result) {
-        if (addHeadingWithoutData("Temperature", result)) {
-            return;
-        }
-        page_.add({heading(localized("Temperature")),
-                   {label(*result, kWristTempTodayLabel), 11},
-                   {localized("Baseline") + " " + label(*result, kWristTempAverage28Label), 37},
-                   {label(*result, kWristTempDifLabel)}});
-    }
-
-    void addBank(const std::optional<Dictionary>& bank) {
-        constexpr int kTimeColumns = 11;
-        if (addHeadingWithoutData("Sleep Bank", bank)) {
-            return;
-        }
-        const float fraction = floatForKey(*bank, kBankPercent, 0);
-        page_.add({heading(localized("Sleep Bank")), {bar(fraction), kBarColumns + 1}, percent(fraction)});
-        if (!bank->contains(kLatestBedTime)) {
-            page_.add({name("Tonight's Bedtime"), {localized("No Data"), 0, Ink::quiet}});
-            return;
-        }
-        page_.add({name("Tonight's Bedtime"),
-                   {label(*bank, kLatestBedTime), kTimeColumns},
-                   {localized("Time until bed") + " " + label(*bank, kTimeUntilBedLabel)}});
-        page_.add({name("Wake time"),
-                   {label(*bank, kWakeTimeLabel), kTimeColumns},
-                   {label(*bank, kTimeUntilWakeLabel), 0, Ink::quiet}});
-    }
-
-    const Device& device_;
+    const Glance& glance_;
     Page page_;
 };
 
+std::string environment(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
+// NO_COLOR is any text that is not empty, as no-color.org says.
+bool terminalHasColours() {
+    const std::string terminal = environment("TERM");
+    return standardOutputIsTerminal() && environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb";
+}
+
 }  // namespace
 
-std::string todayText(const Device& device, bool hasColours) {
-    return Glance(device, hasColours).textOf(morningOf(device));
+std::string todayText(const Glance& glance, int columns, bool hasColours) {
+    return GlancePage(glance, columns, hasColours).text();
 }
 
 ExitStatus showToday(const Device& device) {
-    const char* noColour = std::getenv("NO_COLOR");  // any text that is not empty, as no-color.org says
-    const bool hasColours = standardOutputIsTerminal() && (noColour == nullptr || *noColour == '\0');
-    std::cout << todayText(device, hasColours);
+    std::cout << todayText(glanceAt(device), standardOutputColumns().value_or(kWholePage), terminalHasColours());
     return ExitStatus::answered;
 }
 

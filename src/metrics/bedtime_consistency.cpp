@@ -5,6 +5,7 @@
 #include <string>
 
 #include "metrics/group_metrics.h"
+#include "metrics/result_keys.h"
 #include "metrics/store_keys.h"
 #include "platform/text/string_format.h"
 
@@ -57,9 +58,9 @@ std::optional<Dictionary> GroupMetrics::requestConsistencyDict() {
     };
     Trend trend = trendOf(device_, *formatTools_, difference);
     // With the setting on, the date shows the previous average and the stars the current one: the crossing is meant.
-    return Dictionary{{"avgBedtimeDateString", bedtime(showsLatest ? previous : average)},
+    return Dictionary{{std::string(kAvgBedtimeDateString), bedtime(showsLatest ? previous : average)},
                       {"bedTrend", narrowed(difference)},
-                      {"trendString", std::move(trend.text)},
+                      {std::string(kTrendString), std::move(trend.text)},
                       {"starsLabel", showsLatest ? bedtime(average) : std::move(trend.shift)}};
 }
 

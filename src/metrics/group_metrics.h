@@ -49,6 +49,8 @@ public:
     bool shouldReportPreviousDay();
     // The latest `nightHour` o'clock that is not in the future. Nil for a negative hour.
     std::optional<Date> getFromDateForNightHour(std::int64_t nightHour);
+    // A moment of the day under which the current sleep day is filed, by the bank's night hour. Nil for a negative one.
+    std::optional<Date> reportDay();
     // Whether the watch's record was synchronised more than a minute after the start of the sleep day.
     bool watchDictIsValid();
 
@@ -60,6 +62,7 @@ private:
     static std::int64_t nightHourOfBank(const Dictionary& bank);
     // Null unless there is a watch record and it is valid.
     std::shared_ptr<const Dictionary> validWatchRecord();
+    std::optional<Date> morningOfNight(std::int64_t nightHour);
     // Whether `dayKey` names the day under which the current sleep day is filed. False for a null.
     bool isReportDay(const Dictionary& bank, const std::string* dayKey);
     // A sub-record of "bankDict" whose "key" names the report day; null otherwise. Opens store and tools.

@@ -84,13 +84,21 @@ std::shared_ptr<const Dictionary> GroupMetrics::validWatchRecord() {
     return watchDictIsValid() ? groupPrefs_->dictionaryForKey(kWatchTrackDict) : nullptr;
 }
 
+// Half a day after its beginning lies the morning that ends the night, and its calendar day.
+std::optional<Date> GroupMetrics::morningOfNight(std::int64_t nightHour) {
+    const auto from = getFromDateForNightHour(nightHour);
+    return from ? std::optional(dateByAddingSeconds(*from, FormatTools::kHalfDaySeconds)) : std::nullopt;
+}
+
+std::optional<Date> GroupMetrics::reportDay() {
+    openStoreAndTools();
+    const auto bank = groupPrefs_->dictionaryForKey(kBankDict);
+    return morningOfNight(bank ? nightHourOfBank(*bank) : configuredNightHour());
+}
+
 bool GroupMetrics::isReportDay(const Dictionary& bank, const std::string* dayKey) {
-    const auto from = getFromDateForNightHour(nightHourOfBank(bank));
-    // Half a day on lies the morning that ends the night, and its calendar day.
-    if (!from || dayKey == nullptr) {
-        return false;
-    }
-    return formatTools_->YYMMDD(dateByAddingSeconds(*from, FormatTools::kHalfDaySeconds)) == *dayKey;
+    const auto morning = morningOfNight(nightHourOfBank(bank));
+    return morning && dayKey != nullptr && formatTools_->YYMMDD(morning) == *dayKey;
 }
 
 std::shared_ptr<const Dictionary> GroupMetrics::reportDayRecord(std::string_view name) {

@@ -58,6 +58,10 @@ inline constexpr std::string_view kWristTempTodayLabel = "wristTempTodayLabel";
 inline constexpr std::string_view kWristTempAverage28Label = "wristTempAverage28Label";
 inline constexpr std::string_view kWristTempDifLabel = "wristTempDifLabel";
 
+// Bedtime consistency.
+inline constexpr std::string_view kAvgBedtimeDateString = "avgBedtimeDateString";
+inline constexpr std::string_view kTrendString = "trendString";
+
 // Sleep bank.
 inline constexpr std::string_view kBankPercent = "bankPercent";  // a fraction, 1.0 is on target
 inline constexpr std::string_view kLatestBedTime = "latestBedTime";
