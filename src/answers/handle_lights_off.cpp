@@ -5,12 +5,6 @@
 
 namespace lunabrook {
 
-namespace {
-
-constexpr std::string_view kActiveLightSwitch = "activeLightSwitch";  // date of the last lights off; only written
-
-}  // namespace
-
 std::optional<Dictionary> HandleLightsOff::turnLightsOff() {
     if (!groupPrefs_) {
         groupPrefs_ = std::make_unique<UserDefaults>(device_, kGroupSuite);

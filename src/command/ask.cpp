@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 #include <iostream>
 #include <variant>
 
@@ -7,10 +6,12 @@
 #include "host/json_output.h"
 #include "intents/intent_dispatch.h"
 #include "intents/intent_handler.h"
+#include "platform/device/line_input.h"
 #include "platform/device/terminal.h"
 #include "platform/text/display_width.h"
+#include "platform/text/near_names.h"
+#include "platform/text/text_case.h"
 #include "voice/intent_definitions.h"
-#include "voice/near_names.h"
 #include "voice/phrase_recognizer.h"
 
 namespace lunabrook {
@@ -20,26 +21,34 @@ namespace {
 constexpr const char* kBlanks = " \t\r\n";
 constexpr const char* kWhereAllAre = " (`lunabrook intents` lists all nine)";
 
-std::vector<std::string> intentNames() {
-    std::vector<std::string> names;
+std::vector<KnownName> intentNames() {
+    std::vector<KnownName> names;
     for (const IntentRoute& route : intentRoutes()) {
-        names.emplace_back(route.shortName);
-    }
-    for (const IntentRoute& route : intentRoutes()) {
-        names.emplace_back(route.className);
+        names.push_back({std::string(route.shortName), std::string(route.shortName)});
+        names.push_back({std::string(route.className), std::string(route.shortName)});
     }
     return names;
 }
 
-std::string quoted(const std::string& text) { return "\"" + text + "\""; }
-
 std::string unclearText(const std::string& text, const std::vector<std::string>& nearest) {
     std::string list;
     for (std::size_t i = 0; i < nearest.size(); ++i) {
-        list += (i == 0 ? "; the nearest phrases are " : i + 1 == nearest.size() ? " and " : ", ") + quoted(nearest[i]);
+        list += (i == 0                    ? "; the nearest phrases are "
+                 : i + 1 == nearest.size() ? " and "
+                                           : ", ") +
+                quotedText(nearest[i]);
     }
-    constexpr int kColumns = 60;
-    return "no intent answers to " + quoted(textFittedTo(text, kColumns)) + list + kWhereAllAre;
+    return "no intent answers to " + quotedText(text) + list + kWhereAllAre;
+}
+
+// By its title in the device's language; an English one is a name.
+const IntentRoute* routeTitled(const Device& device, const std::string& text) {
+    for (const IntentDefinition& definition : intentDefinitions(device)) {
+        if (lowercaseString(definition.title) == lowercaseString(text)) {
+            return intentRouteNamed(definition.className);
+        }
+    }
+    return nullptr;
 }
 
 struct Unclear {
@@ -56,9 +65,12 @@ Understood understand(const Device& device, const std::string& text) {
     if (const IntentRoute* route = intentRouteNamed(recognition.className)) {
         return route;
     }
+    if (const IntentRoute* route = routeTitled(device, text)) {
+        return route;
+    }
     if (text.find_first_of(kBlanks) == std::string::npos) {
         if (const std::string near = suggestion(text, intentNames()); !near.empty()) {
-            return Unclear{"no intent is called " + quoted(text) + near + kWhereAllAre};
+            return Unclear{"no intent is called " + quotedText(text) + near + kWhereAllAre};
         }
     }
     return Unclear{unclearText(text, recognition.nearest)};
@@ -105,19 +117,16 @@ std::string trimmed(const std::string& line) {
     return start == std::string::npos ? "" : line.substr(start, line.find_last_not_of(kBlanks) + 1 - start);
 }
 
-// False at the end of the input. What is longer than anybody speaks is cut off and understood by nobody.
-bool readLine(std::string& line) {
-    constexpr std::size_t kMostBytes = std::size_t{64} << 10;
-    line.clear();
-    for (int byte = std::cin.get(); byte != std::istream::traits_type::eof(); byte = std::cin.get()) {
-        if (byte == '\n') {
-            return true;
-        }
-        if (line.size() < kMostBytes) {
-            line += static_cast<char>(byte);
-        }
+// What a person at a terminal may say besides; false when it is none of it.
+bool isWordOfTheConversation(const Device& device, const std::string& text, bool& goesOn) {
+    const std::string key = nameKey(text);
+    if (key == "help" || key == "?") {
+        std::cout << "Say one of these, in words of your own or by name; quit or Ctrl-D ends.\n";
+        listIntents(device, false);
+        return true;
     }
-    return !line.empty();
+    goesOn = key != "quit" && key != "exit";
+    return !goesOn;
 }
 
 }  // namespace
@@ -141,26 +150,25 @@ ExitStatus ask(const Device& device, const std::vector<std::string>& intents, bo
 
 ExitStatus askLines(const Device& device, bool asJson, const std::function<void()>& afterEach) {
     const bool isConversation = standardInputIsTerminal();
-    const auto prompt = [isConversation](const char* text) {
-        if (isConversation) {
-            std::cout.flush();
-            std::cerr << text;
-        }
-    };
-    prompt("Say a phrase such as \"How ready am I today?\"; Ctrl-D ends.\n");
+    if (isConversation) {
+        std::cerr << "Say a phrase such as \"How ready am I today?\"; help shows more, quit or Ctrl-D ends.\n";
+    }
+    LineInput input;
     ExitStatus status = ExitStatus::answered;
-    for (std::string line; prompt("> "), readLine(line);) {
-        if (const std::string text = trimmed(line); !text.empty()) {
+    bool goesOn = true;
+    while (goesOn && std::cout) {  // without it nobody hears the answers
+        const auto line = input.next();
+        if (!line) {
+            break;
+        }
+        const std::string text = trimmed(*line);
+        if (!text.empty() && !(isConversation && isWordOfTheConversation(device, text, goesOn))) {
             status = std::max(status, ask(device, {text}, asJson));
-            std::cout.flush();
             afterEach();
         }
-        if (!std::cout) {
-            break;  // nobody hears the answers
-        }
+        std::cout.flush();
     }
-    prompt("\n");
-    if (std::ferror(stdin) != 0) {
+    if (input.hasFailed()) {
         complain("the input cannot be read to its end");
         status = std::max(status, ExitStatus::failed);
     }

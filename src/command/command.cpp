@@ -8,54 +8,75 @@
 #include <system_error>
 
 #include "command/verbs.h"
+#include "host/call_parser.h"
 #include "host/device_option_flags.h"
 #include "host/fault_list.h"
+#include "metrics/store_keys.h"
 #include "platform/device/standard_output.h"
-#include "voice/near_names.h"
 
 namespace lunabrook {
 
 namespace {
 
 constexpr const char* kAbout =
-    "Answers the nine sleep intents from the sleep tracker's store: one spoken sentence each.\n"
+    "Answers the nine sleep intents from the sleep tracker's store, each with one\n"
+    "spoken sentence.\n"
     "\n"
-    "  lunabrook demo                             make up a week of sleep to play with\n"
-    "  lunabrook ask sleep-rings readiness        two answers\n"
-    "  lunabrook ask \"How long did I sleep?\"      as you would say it; alone it asks you\n"
-    "  lunabrook ask --json time-asleep           for scripts, with the copyable summary\n"
-    "  lunabrook today                            the whole morning at a glance\n"
-    "\n"
-    "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed, nothing delivered to\n"
-    "the watch or output that cannot be written, 2 a wrong call, 3 a fault in the store or a string\n"
-    "table; of several, the gravest.\n";
+    "  lunabrook demo                          make up a week of sleep to play with\n"
+    "  lunabrook ask \"How long did I sleep?\"   in your words; alone it asks you\n"
+    "  lunabrook ask sleep-rings readiness     two answers, by name\n"
+    "  lunabrook today                         the whole morning at a glance\n";
 
-constexpr const char* kAskAbout =
-    "Answers intents, one sentence a line, in order; each sees what the earlier ones wrote.\n"
+constexpr const char* kStatuses =
+    "`lunabrook VERB --help` says more about each.\n"
     "\n"
-    "INTENT is lights-off, time-asleep, readiness, sleep-fuel, blood-oxygen, respiration,\n"
-    "latest-bedtime, sleep-rings, wrist-temperature, a class name such as ReadinessIntent, or a\n"
-    "phrase such as \"How ready am I today?\", in your language or in English (`lunabrook intents`\n"
-    "shows one for each). When one of several is unclear, none is answered.\n"
-    "\n"
-    "Without INTENT each line of standard input is one, answered before the next is read; on a\n"
-    "terminal a prompt asks for it. Empty lines are passed over, unclear ones are told on standard\n"
-    "error; the exit status is the gravest of all lines.\n";
+    "Exit status: 0 answered (also with \"No Data\"), 1 an answer that failed,\n"
+    "nothing delivered to the watch or output that cannot be written, 2 a wrong\n"
+    "call, 3 a fault in the store or a string table; of several, the gravest.\n";
 
-constexpr const char* kMetricsAbout =
-    "Shows the result dictionaries of the metrics as one JSON object; null where there is no data.\n"
-    "The store stays as it is.\n"
+constexpr const char* kDeviceNote =
+    "Where the store is, what time it is, in which language and manner to answer:\n"
+    "`lunabrook --help` shows the options for the device; they go with every verb.\n";
+
+constexpr const char* kAskMore =
+    "INTENT is lights-off, time-asleep, readiness, sleep-fuel, blood-oxygen,\n"
+    "respiration, latest-bedtime, sleep-rings, wrist-temperature, or a phrase such\n"
+    "as \"How ready am I today?\", in your language or in English (`lunabrook\n"
+    "intents` shows one for each). They are answered in order, one sentence a line;\n"
+    "each sees what the earlier ones wrote. When one of several is unclear, none is\n"
+    "answered.\n"
     "\n"
-    "NAME is requestQuality, requestSpO2, requestRespRate, requestWristTemp, requestReadiness,\n"
-    "requestOctane, requestConsistencyDict or requestSleepBank; all of them when none is named.\n";
+    "Without INTENT each line of standard input is one, answered before the next is\n"
+    "read; on a terminal that is a conversation. Empty lines are passed over,\n"
+    "unclear ones are told on standard error; the exit status is the gravest of all\n"
+    "lines.\n";
+
+constexpr const char* kMetricsMore =
+    "NAME is sleep-rings, blood-oxygen, respiration, wrist-temperature, readiness,\n"
+    "sleep-fuel, bedtime-consistency or latest-bedtime (in that order:\n"
+    "requestQuality, requestSpO2, requestRespRate, requestWristTemp,\n"
+    "requestReadiness, requestOctane, requestConsistencyDict, requestSleepBank);\n"
+    "all of them when none is named. A metric without data is null. The store stays\n"
+    "as it is.\n";
+
+constexpr const char* kTodayMore =
+    "On a terminal in colours, unless NO_COLOR is set or TERM is dumb; a narrow\n"
+    "one, down to 48 columns, loses columns. The store stays as it is.\n";
+
+constexpr const char* kDemoMore =
+    "The week ends this morning. A store that is there already is not touched; with\n"
+    "--again it is replaced when an earlier `demo` made it and nobody changed it\n"
+    "since.\n";
 
 using Verb = std::function<ExitStatus(const Device&)>;
 
 struct Call {
     DeviceOptions device;
-    bool isQuestion = false;  // what it would write is dropped
+    bool isQuestion = false;     // what it would write is dropped
+    bool readsTheStore = false;  // and says where it would be, when there is none
     std::vector<std::string> names;
     bool asJson = false;
+    bool again = false;
     std::string key;
     std::string file;
     Verb verb;
@@ -64,78 +85,90 @@ struct Call {
 
 void tellFaults(Call& call) { call.faults.tell("lunabrook"); }
 
+// A verb of `app` that takes the device's options, and with `more` than one line to say.
+CLI::App* addVerb(CLI::App& app, const char* name, const char* about, const std::string& more = "") {
+    CLI::App* verb = app.add_subcommand(name, about)->fallthrough();
+    return verb->group("Verbs")->footer(more.empty() ? kDeviceNote : more + "\n" + kDeviceNote);
+}
+
 void addStoreVerbs(CLI::App& app, Call& call) {
-    CLI::App* store =
-        app.add_subcommand("store", "Looks into the store or fills it")->fallthrough()->require_subcommand(1);
-    CLI::App* show = store->add_subcommand("show", "Prints the store, or one key's value, as JSON")->fallthrough();
-    show->add_option("KEY", call.key, "Such as bankDict; null when it is not there");
-    show->callback([&call] { call.verb = [&call](const Device& device) { return showStore(device, call.key); }; });
+    CLI::App* store = addVerb(app, "store", "Looks into the store or fills it")->require_subcommand(1);
+    CLI::App* show = addVerb(*store, "show", "Prints the store, or one key's value, as JSON");
+    show->add_option("KEY", call.key, "Such as bankDict; null when it is not there")->type_name("");
+    show->callback([&call] {
+        call.readsTheStore = true;
+        call.verb = [&call](const Device& device) { return showStore(device, call.key); };
+    });
     // The formatter takes a variable named as the C++20 keyword for one.
-    CLI::App* importing = store->add_subcommand("import", "Takes over every key of a property list")->fallthrough();
-    importing->add_option("FILE", call.file, "A property list, binary or XML")->required()->check(CLI::ExistingFile);
+    CLI::App* importing = addVerb(*store, "import", "Takes over every key of a property list");
+    importing->add_option("FILE", call.file, "A property list, binary or XML")->required()->type_name("");
     importing->callback(
         [&call] { call.verb = [&call](const Device& device) { return importStore(device, call.file); }; });
 }
 
 void addWatchVerbs(CLI::App& app, Call& call) {
-    CLI::App* watch = app.add_subcommand("watch", "Speaks to the paired watch")->fallthrough()->require_subcommand(1);
-    watch->add_subcommand("push", "Sends the labels of this morning to the watch's inbox, PREFERENCES/watch")
-        ->fallthrough()
-        ->callback([&call] {
-            call.isQuestion = true;
-            call.verb = pushToWatch;
-        });
+    CLI::App* watch = addVerb(app, "watch", "Speaks to the paired watch")->require_subcommand(1);
+    addVerb(*watch, "push", "Sends it this morning's labels: PREFERENCES/watch")->callback([&call] {
+        call.isQuestion = true;
+        call.readsTheStore = true;
+        call.verb = pushToWatch;
+    });
 }
 
-void addVerbs(CLI::App& app, Call& call) {
-    CLI::App* asking = app.add_subcommand("ask", kAskAbout)->fallthrough();
-    asking->add_option("INTENT", call.names, "Which intents; else those of standard input");
-    asking->add_flag("--json", call.asJson, "One JSON object a line: intent, code, response, dictionary");
+CLI::Option* addJsonFlag(CLI::App& verb, Call& call, const char* help) {
+    return verb.add_flag("--json", call.asJson, help)->disable_flag_override();
+}
+
+void addAsking(CLI::App& app, Call& call) {
+    CLI::App* asking = addVerb(app, "ask", "Answers intents, named or asked for in words", kAskMore);
+    asking->add_option("INTENT", call.names, "Which intents; else those of standard input")->type_name("");
+    addJsonFlag(*asking, call, "An object a line: intent, code, response, dictionary");
     asking->callback([&call] {
+        call.readsTheStore = true;
         call.verb = [&call](const Device& device) {
             return call.names.empty() ? askLines(device, call.asJson, [&call] { tellFaults(call); })
                                       : ask(device, call.names, call.asJson);
         };
     });
+}
 
-    CLI::App* metrics = app.add_subcommand("metrics", kMetricsAbout)->fallthrough();
-    metrics->add_option("NAME", call.names, "Which requests");
-    metrics->callback([&call] {
+void addVerbs(CLI::App& app, Call& call) {
+    addAsking(app, call);
+    addVerb(app, "today", "Shows the whole morning at a glance", kTodayMore)->callback([&call] {
         call.isQuestion = true;
-        call.verb = [&call](const Device& device) { return showMetrics(device, call.names); };
-    });
-
-    app.add_subcommand("today", "Shows the whole morning at a glance")->fallthrough()->callback([&call] {
-        call.isQuestion = true;
+        call.readsTheStore = true;
         call.verb = showToday;
     });
-    CLI::App* intents =
-        app.add_subcommand("intents", "Lists the nine intents: short name, title, a phrase")->fallthrough();
-    intents->add_flag("--json", call.asJson,
-                      "One JSON object a line, with example phrases, response codes and parameters");
+    CLI::App* metrics = addVerb(app, "metrics", "Shows what the metrics come to, as JSON", kMetricsMore);
+    metrics->add_option("NAME", call.names, "Which metrics; else all")->type_name("");
+    metrics->callback([&call] {
+        call.isQuestion = true;
+        call.readsTheStore = true;
+        call.verb = [&call](const Device& device) { return showMetrics(device, call.names); };
+    });
+    CLI::App* intents = addVerb(app, "intents", "Lists the nine intents: short name, title, a phrase");
+    addJsonFlag(*intents, call, "An object a line, with phrases, codes and parameters");
     intents->callback(
         [&call] { call.verb = [&call](const Device& device) { return listIntents(device, call.asJson); }; });
-    app.add_subcommand("demo", "Fills an empty preferences folder with a made-up week")
-        ->fallthrough()
-        ->callback([&call] { call.verb = makeDemo; });
+    CLI::App* demo = addVerb(app, "demo", "Makes up a week of sleep, in an empty folder", kDemoMore);
+    demo->add_flag("--again", call.again, "Replace the store of an earlier demo")->disable_flag_override();
+    demo->callback([&call] {
+        call.verb = [&call](const Device& device) {
+            return makeDemo(device, call.again, "lunabrook " + typedOptions(call.device));
+        };
+    });
     addStoreVerbs(app, call);
     addWatchVerbs(app, call);
 }
 
-// The first line of an argument fault, with a near verb when one was mistyped.
-std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error) {
-    std::string text = error.what();
-    text = text.substr(0, text.find('\n'));
-    const std::vector<std::string> extras = app.remaining();
-    if (app.get_subcommands().empty()) {
-        std::vector<std::string> verbs;
-        for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
-            verbs.push_back(verb->get_name());
-        }
-        text = extras.empty() ? "no verb was named, such as ask or today"
-                              : "there is no verb \"" + extras.front() + "\"" + suggestion(extras.front(), verbs);
+// A first question is answered with "No Data"; this says why.
+void tellMissingStore(const Call& call, const Device& device) {
+    const std::filesystem::path file = storeFile(device);
+    std::error_code error;
+    if (call.readsTheStore && !std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+        complain("there is no store yet, it would be " + file.string() + "; `lunabrook " + typedOptions(call.device) +
+                 "demo` makes one up");
     }
-    return text + " (`lunabrook --help` shows how to call it)";
 }
 
 ExitStatus run(Call& call) {
@@ -152,7 +185,13 @@ ExitStatus run(Call& call) {
     const Device device(std::move(settings));
     const ExitStatus status = call.verb(device);
     tellFaults(call);
-    return call.faults.empty() ? status : ExitStatus::fault;
+    if (!call.faults.empty()) {
+        return ExitStatus::fault;
+    }
+    if (status != ExitStatus::wrongCall) {
+        tellMissingStore(call, device);
+    }
+    return status;
 }
 
 // Whether everything that was said reached standard output. A reader that went away is no news to anybody.
@@ -166,8 +205,8 @@ ExitStatus finish(StandardOutput& output) {
 
 ExitStatus parseAndRun(int argc, char** argv) {
     CLI::App app(kAbout, "lunabrook");
-    app.require_subcommand(1)->fallthrough();
-    app.set_version_flag("--version", LUNABROOK_VERSION);
+    app.require_subcommand(1)->fallthrough()->footer(kStatuses);
+    prepareParser(app);
     Call call;
     addDeviceOptions(app, call.device);
     addVerbs(app, call);
@@ -189,6 +228,10 @@ ExitStatus complain(const std::string& what) {
     std::cout.flush();
     std::cerr << "lunabrook: " << what << "\n";
     return ExitStatus::wrongCall;
+}
+
+std::filesystem::path storeFile(const Device& device) {
+    return device.preferences() / (std::string(kGroupSuite) + ".plist");
 }
 
 int runCommand(int argc, char** argv) {

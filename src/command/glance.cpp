@@ -130,22 +130,19 @@ private:
 Glance glanceAt(const Device& device) {
     const Morning morning = morningOf(device);
     const Words words(device);
-    Glance glance{.day = morning.reportDay ? FormatTools(device).dayMonthDateYear(morning.reportDay).value_or("") : "",
-                  .noData = words.localized("No Data"),
-                  .averageName = words.localized("Average"),
-                  .rangeName = words.localized("Range"),
-                  .weekName = words.localized("Seven nights"),
-                  .rings = words.card("Sleep Rating", morning.quality, kSiriLabel, &Words::rings),
-                  .readiness = words.card("Today's Readiness", morning.readiness, kTodaysReadinessStars,
-                                          &Words::readiness),
-                  .sleepFuel = words.card("Sleep Fuel Rating", morning.octane, kTodaysReadinessStars,
-                                          &Words::sleepFuel),
-                  .bloodOxygen = words.card("Sleep SpO2", morning.spO2, kTodaysSpO2Info, &Words::bloodOxygen),
-                  .respiration = words.card("Respiration Rate", morning.respRate, kTodaysRespRateInfo,
-                                            &Words::respiration),
-                  .temperature = words.card("Temperature", morning.wristTemp, kWristTempTodayInfo,
-                                            &Words::temperature),
-                  .bank = words.card("Sleep Bank", morning.sleepBank, kLatestBedLabel, &Words::bank)};
+    Glance glance{
+        .day = morning.reportDay ? FormatTools(device).dayMonthDateYear(morning.reportDay).value_or("") : "",
+        .noData = words.localized("No Data"),
+        .averageName = words.localized("Average"),
+        .rangeName = words.localized("Range"),
+        .weekName = words.localized("Seven nights"),
+        .rings = words.card("Sleep Rating", morning.quality, kSiriLabel, &Words::rings),
+        .readiness = words.card("Today's Readiness", morning.readiness, kTodaysReadinessStars, &Words::readiness),
+        .sleepFuel = words.card("Sleep Fuel Rating", morning.octane, kTodaysReadinessStars, &Words::sleepFuel),
+        .bloodOxygen = words.card("Sleep SpO2", morning.spO2, kTodaysSpO2Info, &Words::bloodOxygen),
+        .respiration = words.card("Respiration Rate", morning.respRate, kTodaysRespRateInfo, &Words::respiration),
+        .temperature = words.card("Temperature", morning.wristTemp, kWristTempTodayInfo, &Words::temperature),
+        .bank = words.card("Sleep Bank", morning.sleepBank, kLatestBedLabel, &Words::bank)};
     if (glance.bank.content) {
         glance.bank.content->moments[2] = words.habit(morning.consistency);
     }

@@ -1,5 +1,5 @@
-// What the morning at a glance says: one card for each metric, in the user's language. Made from the result dictionaries
-// alone; a page for a terminal, a picture and JSON each draw it in their own way.
+// What the morning at a glance says: one card for each metric, in the user's language. Made from the result
+// dictionaries alone; a page for a terminal, a picture and JSON each draw it in their own way.
 //
 //   glance.bloodOxygen.title -> "Sleep SpO2"      glance.bloodOxygen.content->average -> "96.2%"
 
@@ -51,9 +51,9 @@ struct Glance {
 
     struct Night {
         std::string average;
-        std::string range;                         // empty without an average
-        std::string averageOfWeek, rangeOfWeek;    // of the last seven nights
-        std::string difference;                    // "0.4%↗", or empty
+        std::string range;                       // empty without an average
+        std::string averageOfWeek, rangeOfWeek;  // of the last seven nights
+        std::string difference;                  // "0.4%↗", or empty
         Change change = Change::none;
     };
 

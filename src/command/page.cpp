@@ -38,11 +38,11 @@ struct Slot {
     int end() const { return start + width; }
 };
 
-int widestText(const std::vector<Row>& rows, std::size_t column, bool isOverColumns) {
+int widestText(const std::vector<Row>& rows, std::size_t column) {
     int widest = 0;
     for (const Row& row : rows) {
-        const bool counts = row.isOverColumns == isOverColumns && column < row.cells.size();
-        widest = std::max(widest, counts ? displayWidth(row.cells[column].text) : 0);
+        const bool counts = column < row.size() && !row[column].runsOn;
+        widest = std::max(widest, counts ? displayWidth(row[column].text) : 0);
     }
     return widest;
 }
@@ -63,20 +63,45 @@ int layOut(std::vector<Slot>& slots, const std::vector<Column>& columns, const s
         if (slots[i].isShown) {
             const bool isFirst = i == 0 && columns.size() > 1;
             const int least = isFirst || spacing.keepsLeastWidths ? columns[i].columns - spacing.gap : 0;
-            const int widest = isFirst ? least : widestText(rows, i, false);
+            const int widest = isFirst ? least : widestText(rows, i);
             slots[i] = {true, start, std::max(least, widest)};
-            end = std::max({end, widest > 0 ? start + widest : 0, start + widestText(rows, i, true)});
+            end = widest > 0 ? start + widest : end;
             start = slots[i].width > 0 ? slots[i].end() + spacing.gap : start;
         }
     }
     return end;
 }
 
+// Where a text must end: the page does, or its column, or what follows a text that runs on.
+int limitOf(std::size_t column, const Row& row, const std::vector<Slot>& slots, int columns) {
+    if (row[column].runsOn) {
+        for (std::size_t next = column + 1; next < row.size(); ++next) {
+            if (slots[next].isShown && !row[next].text.empty()) {
+                return std::min(slots[next].start - 1, columns);
+            }
+        }
+        return columns;
+    }
+    return std::min(column == 0 && slots.size() > 1 ? slots[0].end() : columns, columns);
+}
+
+bool cutsWhatRunsOn(const std::vector<Slot>& slots, const std::vector<Row>& rows, int columns) {
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (row[i].runsOn && slots[i].isShown &&
+                slots[i].start + displayWidth(row[i].text) > limitOf(i, row, slots, columns)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 std::vector<Slot> slotsWithin(int room, const std::vector<Column>& columns, const std::vector<Row>& rows) {
     std::vector<Slot> slots(columns.size());
     for (;;) {
         for (const Spacing& spacing : kSpacings) {
-            if (layOut(slots, columns, rows, spacing) <= room) {
+            if (layOut(slots, columns, rows, spacing) <= room && !cutsWhatRunsOn(slots, rows, room)) {
                 return slots;
             }
         }
@@ -92,41 +117,28 @@ std::vector<Slot> slotsWithin(int room, const std::vector<Column>& columns, cons
     }
 }
 
-// Where a text must end: the page does, or its column, or what follows a text that runs on.
-int limitOf(std::size_t column, const Row& row, const std::vector<Slot>& slots, int columns) {
-    if (row.isOverColumns) {
-        for (std::size_t next = column + 1; next < row.cells.size(); ++next) {
-            if (slots[next].isShown && !row.cells[next].text.empty()) {
-                return std::min(slots[next].start - 1, columns);
-            }
-        }
-        return columns;
-    }
-    return std::min(column == 0 && slots.size() > 1 ? slots[0].end() : columns, columns);
-}
-
 }  // namespace
 
 void Page::addTable(const std::vector<Column>& columns, std::vector<Row> rows) {
     for (Row& row : rows) {
-        for (Cell& cell : row.cells) {
+        for (Cell& cell : row) {
             cell.text = withoutControls(cell.text);
         }
     }
     const std::vector<Slot> slots = slotsWithin(columns_, columns, rows);
     for (const Row& row : rows) {
         int used = 0;
-        for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
             const Slot& slot = slots[i];
             const int room = limitOf(i, row, slots, columns_) - slot.start;
-            if (!slot.isShown || row.cells[i].text.empty() || room <= 0) {
+            if (!slot.isShown || row[i].text.empty() || room <= 0) {
                 continue;
             }
-            const std::string shown = textFittedTo(row.cells[i].text, room);
+            const std::string shown = textFittedTo(row[i].text, room);
             const int width = displayWidth(shown);
             const int start = columns[i].isRight ? std::max(slot.end() - width, slot.start) : slot.start;
             text_.append(static_cast<std::size_t>(start - used), ' ');
-            addInked(shown, row.cells[i].ink);
+            addInked(shown, row[i].ink);
             used = start + width;
         }
         text_ += "\n";

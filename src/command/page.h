@@ -1,7 +1,7 @@
 // Lines for a terminal: tables whose columns line up whatever characters they hold, and a few colours.
 //
 //   Page page(80, true);
-//   page.addTable({{22}, {11}, {0, 1}}, {{{{"HRV"}, {"58 ms"}, {"6 above baseline", Ink::good}}}});
+//   page.addTable({{22}, {11}, {0, 1}}, {{{"HRV"}, {"58 ms"}, {"6 above baseline", Ink::good}}});
 //   page.text() -> "HRV                   58 ms      \x1b[32m6 above baseline\x1b[0m\n"
 
 #pragma once
@@ -16,17 +16,14 @@ enum class Ink { plain, heading, quiet, good, bad, rise, fall };
 struct Cell {
     std::string text;
     Ink ink = Ink::plain;
+    bool runsOn = false;  // widens no column: goes on over those that are empty beside it
 };
+using Row = std::vector<Cell>;
 
 struct Column {
     int columns = 0;       // at least, with the gap behind it; 0 is as wide as its widest text
     int rank = 0;          // what a narrow terminal loses first: the highest; 0 stays
     bool isRight = false;  // numbers
-};
-
-struct Row {
-    std::vector<Cell> cells;
-    bool isOverColumns = false;  // a heading: it widens no column and runs on over those that are empty beside it
 };
 
 class Page {

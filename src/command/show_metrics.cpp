@@ -3,58 +3,71 @@
 
 #include "command/verbs.h"
 #include "host/json_output.h"
+#include "intents/intent_dispatch.h"
 #include "metrics/group_metrics.h"
-#include "voice/near_names.h"
+#include "platform/text/display_width.h"
+#include "platform/text/near_names.h"
 
 namespace lunabrook {
 
 namespace {
 
 struct NamedRequest {
+    const char* shortName;
     const char* name;
     std::optional<Dictionary> (GroupMetrics::*request)();
 };
 
 constexpr NamedRequest kRequests[] = {
-    {"requestQuality", &GroupMetrics::requestQuality},
-    {"requestSpO2", &GroupMetrics::requestSpO2},
-    {"requestRespRate", &GroupMetrics::requestRespRate},
-    {"requestWristTemp", &GroupMetrics::requestWristTemp},
-    {"requestReadiness", &GroupMetrics::requestReadiness},
-    {"requestOctane", &GroupMetrics::requestOctane},
-    {"requestConsistencyDict", &GroupMetrics::requestConsistencyDict},
-    {"requestSleepBank", &GroupMetrics::requestSleepBank},
+    {"sleep-rings", "requestQuality", &GroupMetrics::requestQuality},
+    {"blood-oxygen", "requestSpO2", &GroupMetrics::requestSpO2},
+    {"respiration", "requestRespRate", &GroupMetrics::requestRespRate},
+    {"wrist-temperature", "requestWristTemp", &GroupMetrics::requestWristTemp},
+    {"readiness", "requestReadiness", &GroupMetrics::requestReadiness},
+    {"sleep-fuel", "requestOctane", &GroupMetrics::requestOctane},
+    {"bedtime-consistency", "requestConsistencyDict", &GroupMetrics::requestConsistencyDict},
+    {"latest-bedtime", "requestSleepBank", &GroupMetrics::requestSleepBank},
 };
 
-std::vector<std::string> requestNames() {
-    std::vector<std::string> names;
+std::vector<KnownName> requestNames() {
+    std::vector<KnownName> names;
     for (const NamedRequest& row : kRequests) {
-        names.emplace_back(row.name);
+        names.push_back({row.shortName, row.shortName});
+        names.push_back({row.name, row.shortName});
     }
     return names;
 }
 
+// By its own name, or as the intent that speaks of it is called: "requestSpO2", "blood-oxygen", "SleepSpO2Intent".
 const NamedRequest* requestNamed(const std::string& name) {
-    const auto* row = std::find_if(std::begin(kRequests), std::end(kRequests),
-                                   [&name](const NamedRequest& candidate) { return name == candidate.name; });
+    const IntentRoute* route = intentRouteNamed(name);
+    const std::string key = route != nullptr ? std::string(route->shortName) : nameKey(name);
+    const auto* row = std::find_if(std::begin(kRequests), std::end(kRequests), [&key](const NamedRequest& candidate) {
+        return key == candidate.shortName || key == nameKey(candidate.name);
+    });
     return row == std::end(kRequests) ? nullptr : row;
 }
 
 }  // namespace
 
-ExitStatus showMetrics(const Device& device, const std::vector<std::string>& requests) {
-    const std::vector<std::string> names = requests.empty() ? requestNames() : requests;
+ExitStatus showMetrics(const Device& device, const std::vector<std::string>& names) {
+    std::vector<const NamedRequest*> requests;
     for (const std::string& name : names) {
-        if (requestNamed(name) == nullptr) {
-            return complain("no metric request is called \"" + name + "\"" + suggestion(name, requestNames()) +
+        requests.push_back(requestNamed(name));
+        if (requests.back() == nullptr) {
+            return complain("no metric is called " + quotedText(name) + suggestion(name, requestNames()) +
                             " (`lunabrook metrics --help` lists all)");
         }
     }
+    if (requests.empty()) {
+        std::transform(std::begin(kRequests), std::end(kRequests), std::back_inserter(requests),
+                       [](const NamedRequest& request) { return &request; });
+    }
     GroupMetrics metrics(device);
     Json json = Json::object();
-    for (const std::string& name : names) {
-        const std::optional<Dictionary> result = (metrics.*requestNamed(name)->request)();
-        json[name] = result ? jsonFromDictionary(*result) : Json();
+    for (const NamedRequest* request : requests) {
+        const std::optional<Dictionary> result = (metrics.*request->request)();
+        json[request->name] = result ? jsonFromDictionary(*result) : Json();
     }
     constexpr int kIndent = 2;
     std::cout << jsonText(json, kIndent);

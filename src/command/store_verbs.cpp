@@ -1,44 +1,68 @@
+#include <functional>
 #include <iostream>
 
 #include "command/demo_week.h"
 #include "command/verbs.h"
 #include "host/json_output.h"
+#include "metrics/sleep_bank.h"
 #include "metrics/store_keys.h"
 #include "platform/device/user_defaults.h"
 #include "platform/files/private/whole_file.h"
 #include "platform/files/property_list.h"
+#include "platform/text/display_width.h"
 
 namespace lunabrook {
 
 namespace {
 
-std::filesystem::path storeFile(const Device& device) {
-    return device.preferences() / (std::string(kGroupSuite) + ".plist");
+constexpr std::string_view kMadeUp = "lunabrookDemo";  // what was made up, to know it again
+
+// What is no part of a week: answers write it into the store.
+bool isOurOwn(std::string_view key) {
+    return key == kMadeUp || key == kActiveLightSwitch || key == kCachedSleepBank || key == kCachedSleepBankUpdate;
 }
 
-ExitStatus complainOfStore(const std::filesystem::path& file) {
-    return complain("a store is there already and is not touched: " + file.string() +
-                    "; name an empty folder with --preferences");
+// A number for everything that `demo` made up, and so for a store that still holds just that. Another version of the
+// program may count otherwise; then an old week is somebody else's, and stays.
+std::int64_t fingerprint(const Dictionary& store) {
+    PropertyList list;
+    for (const auto& [key, value] : store) {
+        if (!isOurOwn(key)) {
+            list.set(key, value);
+        }
+    }
+    const auto bytes = list.binary();
+    const auto* text = std::get_if<std::string>(&bytes);
+    return text != nullptr ? static_cast<std::int64_t>(std::hash<std::string>()(*text)) : 0;
+}
+
+bool isMadeUp(const Dictionary& store) {
+    return store.contains(kMadeUp) && integerForKey(store, kMadeUp, 0) == fingerprint(store);
 }
 
 }  // namespace
 
-ExitStatus makeDemo(const Device& device) {
+ExitStatus makeDemo(const Device& device, bool again, const std::string& program) {
     const std::filesystem::path file = storeFile(device);
-    std::error_code error;
-    if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
-        return complainOfStore(file);
-    }
     UserDefaults::Changes changes;
-    for (auto& [key, value] : demoWeek(device)) {
+    const Dictionary week = demoWeek(device);
+    for (const auto& [key, value] : week) {
         changes.emplace(key, value);
     }
-    const UserDefaults::Creation creation = UserDefaults(device, kGroupSuite).create(changes);
-    if (creation != UserDefaults::Creation::made) {  // another program may have been faster
-        return creation == UserDefaults::Creation::wasThere ? complainOfStore(file) : ExitStatus::fault;
+    changes.emplace(kMadeUp, fingerprint(week));
+    const auto mayGo = [again](const Dictionary& there) { return again && isMadeUp(there); };
+    switch (UserDefaults(device, kGroupSuite).create(changes, mayGo)) {
+        case UserDefaults::Creation::made:
+            break;
+        case UserDefaults::Creation::failed:
+            return ExitStatus::fault;
+        case UserDefaults::Creation::wasThere:
+            return complain("a store is there already and is not touched: " + file.string() +
+                            (again ? "; no demo made it, or it was changed since" : "") +
+                            "; name an empty folder with --preferences");
     }
-    std::cout << "A made-up week that ends this morning is in " << file.string()
-              << "\nTry: lunabrook ask sleep-rings time-asleep readiness\n";
+    std::cout << "A made-up week that ends this morning is in " << file.string() << "\nTry: " << program
+              << "ask sleep-rings time-asleep readiness\n";
     return ExitStatus::answered;
 }
 
@@ -58,11 +82,11 @@ ExitStatus importStore(const Device& device, const std::string& file) {
     std::string bytes;
     const FileDescriptor opened(file, O_RDONLY);
     if (!opened.isOpen() || !readAll(opened, kMaximumPropertyListBytes, bytes)) {
-        return complain(file + " cannot be read: " + lastErrorText() + "; nothing was imported");
+        return complain(quotedText(file) + " cannot be read: " + lastErrorText() + "; nothing was imported");
     }
     const auto contents = dictionaryFromPropertyList(bytes);
     if (const auto* damage = std::get_if<std::string>(&contents)) {
-        return complain(file + " " + *damage + "; nothing was imported");
+        return complain(quotedText(file) + " " + *damage + "; nothing was imported");
     }
     if (!UserDefaults(device, kGroupSuite).merge(bytes)) {
         return ExitStatus::fault;

@@ -52,7 +52,7 @@ public:
     GlancePage(const Glance& glance, int columns, bool hasColours) : glance_(glance), page_(columns, hasColours) {}
 
     std::string text() {
-        page_.addTable({{}}, {{{heading(glance_.day)}}});
+        page_.addTable({{}}, {{heading(glance_.day)}});
         page_.addBlank();
         addRings(glance_.rings);
         page_.addBlank();
@@ -61,7 +61,6 @@ public:
         addRecovery(glance_.sleepFuel);
         page_.addBlank();
         addNights();
-        addTemperature(glance_.temperature);
         page_.addBlank();
         addBank(glance_.bank);
         return page_.text();
@@ -77,7 +76,7 @@ private:
 
     Cell noData() const { return {glance_.noData, Ink::quiet}; }
     void addWithoutData(const std::string& title) {
-        page_.addTable({{kNameColumns}, {}}, {{{heading(title), noData()}}});
+        page_.addTable({{kNameColumns}, {}}, {{heading(title), noData()}});
     }
 
     void addRings(const Glance::Card<Glance::Rings>& card) {
@@ -85,10 +84,10 @@ private:
             return addWithoutData(card.title);
         }
         const Glance::Rings& rings = *card.content;
-        std::vector<Row> rows{{{heading(card.title), {bar(rings.rating)}, {rings.percent}}}};
+        std::vector<Row> rows{{heading(card.title), {bar(rings.rating)}, {rings.percent}}};
         for (const Glance::Ring& ring : rings.rings) {
             const Ink ink = ring.fill >= 1 ? Ink::good : Ink::plain;
-            rows.push_back({{name(ring.name), {bar(ring.fill), ink}, {ring.percent}, {ring.value}}});
+            rows.push_back({name(ring.name), {bar(ring.fill), ink}, {ring.percent}, {ring.value}});
         }
         page_.addTable({{kNameColumns}, {}, {.columns = 6, .isRight = true}, {.rank = 1}}, std::move(rows));
     }
@@ -99,35 +98,42 @@ private:
         }
         const Glance::Recovery& recovery = *card.content;
         page_.addTable({{kNameColumns}, {}, {}, {}},
-                       {{{heading(card.title), {stars(recovery.stars)}, {recovery.starsText}, {recovery.grade}}}});
+                       {{heading(card.title), {stars(recovery.stars)}, {recovery.starsText}, {recovery.grade}}});
         std::vector<Row> rows;
         for (const Glance::Signal& signal : recovery.signals) {
-            rows.push_back({{name(signal.name), {signal.value}, {signal.difference, inkOf(signal.tint)}}});
+            rows.push_back({name(signal.name), {signal.value}, {signal.difference, inkOf(signal.tint)}});
         }
         page_.addTable({{kNameColumns}, {.columns = 11}, {.rank = 1}}, std::move(rows));
     }
 
     Row nightRow(const Glance::Card<Glance::Night>& card) const {
         if (!card.content) {
-            return {{heading(card.title), noData()}};
+            return {heading(card.title), noData()};
         }
         const Glance::Night& night = *card.content;
-        return {{heading(card.title),
-                 {night.average},
-                 {night.range},
-                 {night.averageOfWeek},
-                 {night.rangeOfWeek},
-                 {night.difference, inkOf(night.change)}}};
+        return {heading(card.title),   {night.average},     {night.range},
+                {night.averageOfWeek}, {night.rangeOfWeek}, {night.difference, inkOf(night.change)}};
+    }
+
+    Row temperatureRow(const Glance::Card<Glance::Temperature>& card) const {
+        if (!card.content) {
+            return {heading(card.title), noData()};
+        }
+        const Glance::Temperature& temperature = *card.content;
+        const std::string baseline = temperature.baselineName + " " + temperature.baseline;
+        return {heading(card.title),     {temperature.today}, {baseline, Ink::plain, true}, {}, {},
+                {temperature.difference}};
     }
 
     void addNights() {
         std::vector<Row> rows;
         if (glance_.bloodOxygen.content || glance_.respiration.content) {
-            const auto over = [](const std::string& text) { return Cell{text, Ink::quiet}; };
-            rows.push_back({{{}, over(glance_.averageName), over(glance_.rangeName), over(glance_.weekName)}, true});
+            const auto over = [](const std::string& text) { return Cell{text, Ink::quiet, true}; };
+            rows.push_back({{}, over(glance_.averageName), over(glance_.rangeName), over(glance_.weekName)});
         }
         rows.push_back(nightRow(glance_.bloodOxygen));
         rows.push_back(nightRow(glance_.respiration));
+        rows.push_back(temperatureRow(glance_.temperature));
         page_.addTable({{kNameColumns},
                         {.columns = 11},
                         {.columns = 13, .rank = 1},
@@ -137,30 +143,18 @@ private:
                        std::move(rows));
     }
 
-    void addTemperature(const Glance::Card<Glance::Temperature>& card) {
-        if (!card.content) {
-            return addWithoutData(card.title);
-        }
-        const Glance::Temperature& temperature = *card.content;
-        page_.addTable({{kNameColumns}, {.columns = 11}, {.columns = 37, .rank = 1}, {}},
-                       {{{heading(card.title),
-                          {temperature.today},
-                          {temperature.baselineName + " " + temperature.baseline},
-                          {temperature.difference}}}});
-    }
-
     void addBank(const Glance::Card<Glance::Bank>& card) {
         if (!card.content) {
             return addWithoutData(card.title);
         }
         const Glance::Bank& bank = *card.content;
         page_.addTable({{kNameColumns}, {}, {.columns = 6, .isRight = true}, {.rank = 1}},
-                       {{{heading(card.title), {bar(bank.fraction)}, {bank.percent}, {bank.balance}}}});
+                       {{heading(card.title), {bar(bank.fraction)}, {bank.percent}, {bank.balance}}});
         std::vector<Row> rows;
         for (const Glance::Moment& moment : bank.moments) {
             const std::string remark = moment.remark + (moment.remarkedTime.empty() ? "" : " " + moment.remarkedTime);
             const Cell time = moment.time.empty() ? noData() : Cell{moment.time};
-            rows.push_back({{name(moment.name), time, {remark, Ink::quiet}}});
+            rows.push_back({name(moment.name), time, {remark, Ink::quiet}});
         }
         page_.addTable({{kNameColumns}, {.columns = 11}, {.rank = 1}}, std::move(rows));
     }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -21,8 +22,8 @@ ExitStatus ask(const Device& device, const std::vector<std::string>& intents, bo
 // The gravest status of all lines.
 ExitStatus askLines(const Device& device, bool asJson, const std::function<void()>& afterEach);
 
-// One object: each request's result dictionary or null; all requests when none is named.
-ExitStatus showMetrics(const Device& device, const std::vector<std::string>& requests);
+// One object: each metric's result dictionary or null; all metrics when none is named.
+ExitStatus showMetrics(const Device& device, const std::vector<std::string>& names);
 
 // The morning at a glance, with colours on a terminal unless NO_COLOR is set.
 ExitStatus showToday(const Device& device);
@@ -30,8 +31,9 @@ ExitStatus showToday(const Device& device);
 // Short name, title and a phrase of each intent; with `asJson` one object a line with all that is defined.
 ExitStatus listIntents(const Device& device, bool asJson);
 
-// Fills an empty preferences folder; refuses when a store is there.
-ExitStatus makeDemo(const Device& device);
+// Fills an empty preferences folder; refuses when a store is there, but `again` for one that it made itself and nobody
+// changed. `program` is how to call the program on this device, with a blank behind it.
+ExitStatus makeDemo(const Device& device, bool again, const std::string& program);
 
 // The whole store, or the value of one key, as JSON; null for a key that is not there.
 ExitStatus showStore(const Device& device, const std::string& key);
@@ -41,6 +43,8 @@ ExitStatus importStore(const Device& device, const std::string& file);
 
 // Sends the labels of the morning to the watch's inbox and says whether they were delivered; failed when they were not.
 ExitStatus pushToWatch(const Device& device);
+
+std::filesystem::path storeFile(const Device& device);
 
 // Says one line on standard error, after what was said on standard output; a wrong call.
 ExitStatus complain(const std::string& what);

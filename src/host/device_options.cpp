@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/text/display_width.h"
 #include "platform/text/text_case.h"
 #include "platform/time/iso8601.h"
 
@@ -76,28 +77,29 @@ std::vector<std::string> languagesOfList(const std::string& list, char separator
     return languages;
 }
 
-std::vector<std::string> preferredLanguages(const std::string& option, const std::string& locale) {
-    if (!option.empty()) {
-        return languagesOfList(option, ',');
+// Of the texts: what is asked for, else what the environment says of messages; a locale that is asked for goes before
+// the environment's.
+std::vector<std::string> preferredLanguages(const DeviceOptions& options) {
+    if (!options.languages.empty()) {
+        return languagesOfList(options.languages, ',');
     }
     std::vector<std::string> languages = languagesOfList(environment("LANGUAGE"), ':');
-    languages.push_back(languageTag(locale));
+    std::string locale = options.locale.value_or("");
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        locale = locale.empty() ? environment(variable) : locale;
+    }
+    languages.push_back(languageTag(locale.empty() ? "C" : locale));
     return languages;
 }
 
 std::string namesNothing(std::string_view source, std::string_view kind, std::string_view value) {
-    return std::string(source) + " names no " + std::string(kind) + ": \"" + std::string(value) + "\"; ";
+    return std::string(source) + " names no " + std::string(kind) + ": " + quotedText(value) + "; ";
 }
 
-struct FoundLocale {
-    std::string name;  // as it was said, for the languages
-    Locale locale;
-};
-
-std::variant<FoundLocale, WrongCall> findLocale(const std::optional<std::string>& option, Notes& notes) {
+std::variant<Locale, WrongCall> findLocale(const std::optional<std::string>& option, Notes& notes) {
     if (option) {
         if (auto locale = Locale::named(*option)) {
-            return FoundLocale{*option, *std::move(locale)};
+            return *std::move(locale);
         }
         return WrongCall{namesNothing("--locale", "known locale", *option) + "say one like en_US or de_DE"};
     }
@@ -110,13 +112,13 @@ std::variant<FoundLocale, WrongCall> findLocale(const std::optional<std::string>
         const std::string identifier = localeIdentifier(name);
         for (const std::string& candidate : {identifier, identifier.substr(0, identifier.find('_'))}) {
             if (auto locale = Locale::named(candidate)) {
-                return FoundLocale{name, *std::move(locale)};
+                return *std::move(locale);
             }
         }
         notes.push_back(namesNothing(variable, "known locale", name) + "formats are American English");
-        return FoundLocale{name, english};
+        return english;
     }
-    return FoundLocale{"en_US", english};
+    return english;
 }
 
 std::variant<TimeZone, WrongCall> findTimeZone(const std::optional<std::string>& option, Notes& notes) {
@@ -142,14 +144,14 @@ std::variant<TimeZone, WrongCall> findTimeZone(const std::optional<std::string>&
     return TimeZone::system();
 }
 
-std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::string>& now) {
+std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::string>& now, const TimeZone& zone) {
     if (!now) {
         return [] { return std::chrono::time_point_cast<TimeInterval>(std::chrono::system_clock::now()); };
     }
-    const auto moment = dateFromIso8601String(*now);
+    const auto moment = dateFromIso8601String(*now, zone);
     if (!moment) {
-        return WrongCall{"--now is no moment: \"" + *now +
-                         "\"; say one with a zone like 2026-06-10T08:30:00+02:00 or 2026-06-10T06:30:00Z"};
+        return WrongCall{"--now is no moment: " + quotedText(*now) +
+                         "; say one like 2026-06-10T08:30, 2026-06-10T08:30:00+02:00 or 2026-06-10T06:30:00Z"};
     }
     return [moment = *moment] { return moment; };
 }
@@ -158,28 +160,36 @@ std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::
 
 std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options) {
     Notes notes;
-    auto clock = clockOf(options.now);
-    if (auto* wrong = std::get_if<WrongCall>(&clock)) {
-        return std::move(*wrong);
-    }
     auto zone = findTimeZone(options.timeZone, notes);
     if (auto* wrong = std::get_if<WrongCall>(&zone)) {
+        return std::move(*wrong);
+    }
+    auto clock = clockOf(options.now, std::get<TimeZone>(zone));
+    if (auto* wrong = std::get_if<WrongCall>(&clock)) {
         return std::move(*wrong);
     }
     std::filesystem::path preferences = preferencesFolder(options.preferences);
     if (preferences.empty()) {
         return WrongCall{"there is no HOME to keep the store in; name a folder with --preferences"};
     }
+    std::error_code error;
+    if (std::filesystem::exists(preferences, error) && !std::filesystem::is_directory(preferences, error)) {
+        return WrongCall{"the store's folder is a file: " + quotedText(preferences.string()) +
+                         "; name its folder with --preferences"};
+    }
+    std::filesystem::path bundle = bundleFolder(options.bundle);
+    if (!options.bundle.empty() && !std::filesystem::is_directory(bundle, error)) {
+        return WrongCall{namesNothing("--bundle", "folder", options.bundle) + "say one with <language>.lproj in it"};
+    }
     auto locale = findLocale(options.locale, notes);
     if (auto* wrong = std::get_if<WrongCall>(&locale)) {
         return std::move(*wrong);
     }
-    auto& found = std::get<FoundLocale>(locale);
     return FoundDevice{.settings = {.clock = std::get<std::function<Date()>>(std::move(clock)),
                                     .timeZone = std::get<TimeZone>(std::move(zone)),
-                                    .locale = std::move(found.locale),
-                                    .preferredLanguages = preferredLanguages(options.languages, found.name),
-                                    .bundle = bundleFolder(options.bundle),
+                                    .locale = std::get<Locale>(std::move(locale)),
+                                    .preferredLanguages = preferredLanguages(options),
+                                    .bundle = std::move(bundle),
                                     .preferences = std::move(preferences)},
                        .notes = std::move(notes)};
 }

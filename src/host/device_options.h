@@ -19,7 +19,7 @@ struct DeviceOptions {
     std::optional<std::string> now;       // the clock stands still there
     std::optional<std::string> timeZone;  // nil: TZ or the system's
     std::optional<std::string> locale;    // nil: LC_ALL, LC_TIME or LANG
-    std::string languages;                // "de,en"; empty: LANGUAGE, then the locale
+    std::string languages;                // "de,en"; empty: LANGUAGE, then the locale, LC_ALL, LC_MESSAGES or LANG
     std::string bundle;                   // empty: beside the executable
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "intents/intent_handling.h"
+#include "platform/text/near_names.h"
 
 namespace lunabrook {
 
@@ -51,8 +52,9 @@ constexpr IntentRoute kRoutes[] = {
 std::span<const IntentRoute> intentRoutes() { return kRoutes; }
 
 const IntentRoute* intentRouteNamed(std::string_view name) {
-    const auto* route = std::find_if(std::begin(kRoutes), std::end(kRoutes), [name](const IntentRoute& candidate) {
-        return name == candidate.className || name == candidate.shortName;
+    const std::string key = nameKey(name);  // a title's is the short name
+    const auto* route = std::find_if(std::begin(kRoutes), std::end(kRoutes), [&key](const IntentRoute& candidate) {
+        return key == candidate.shortName || key == nameKey(candidate.className);
     });
     return route == std::end(kRoutes) ? nullptr : route;
 }

@@ -31,7 +31,7 @@ struct IntentRoute {
 // All nine, lights off first.
 std::span<const IntentRoute> intentRoutes();
 
-// By class or short name; null when there is none.
+// By class or short name or title, capitals apart ("Blood oxygen"); null when there is none.
 const IntentRoute* intentRouteNamed(std::string_view name);
 
 }  // namespace lunabrook

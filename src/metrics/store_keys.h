@@ -19,5 +19,7 @@ inline constexpr std::string_view kRequiredHours = "requiredHours";
 
 inline constexpr std::string_view kBankDict = "bankDict";
 inline constexpr std::string_view kRecordKey = "key";  // the day that a sub-record of "bankDict" belongs to
+inline constexpr std::string_view kActiveLightSwitch =
+    "activeLightSwitch";  // date of the last lights off; only written
 
 }  // namespace lunabrook

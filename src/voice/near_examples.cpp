@@ -6,8 +6,8 @@
 #include <set>
 
 #include "platform/text/collation.h"
+#include "platform/text/near_names.h"
 #include "voice/natural_example.h"
-#include "voice/near_names.h"
 
 namespace lunabrook {
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "platform/files/property_list.h"
 #include "support/shell.h"
@@ -59,6 +60,39 @@ TEST_F(Command, AnswersTheMadeUpWeek) {
     EXPECT_EQ(again.status, 2);
     EXPECT_THAT(again.error, HasSubstr("a store is there already"));
     EXPECT_EQ(readFile(storeFile()), store);
+    EXPECT_THAT(
+        run("demo --again --now 2026-06-11T08:30").output,
+        HasSubstr("\nTry: lunabrook --preferences " + preferences().string() +
+                  " --now 2026-06-11T08:30 --time-zone Europe/Berlin --locale en_US --language en ask sleep-r"));
+    EXPECT_EQ(run("store show sleepSessionEnd").output, "\"2026-06-11T04:48:00.000Z\"\n");
+    writeFile(inFolder("more.plist"), "<plist><dict><key>bankDict</key><dict/></dict></plist>");
+    run("store import '" + inFolder("more.plist") + "'");
+    EXPECT_EQ(run("demo --again").status, 2) << "somebody's own days are in it";
+}
+
+TEST_F(Command, SaysWhereAStoreWouldBe) {
+    const std::string line = "lunabrook: there is no store yet, it would be " + storeFile().string() +
+                             "; `lunabrook --preferences " + preferences().string() +
+                             " --locale de_DE demo` makes one up\n";
+    for (const char* verb : {"ask readiness", "today", "metrics readiness", "store show", "ask"}) {
+        const Outcome asked = run(verb, " --locale de_DE ", "echo readiness |");
+        EXPECT_EQ(asked.status, 0) << verb;
+        EXPECT_EQ(asked.error, line) << verb;
+    }
+    EXPECT_EQ(run("ask readiness lights-off").error, "");
+}
+
+TEST_F(Command, HelpFitsATerminal) {
+    for (const std::string verb : {"", "ask", "today", "metrics", "intents", "demo", "store", "store show",
+                                   "store import", "watch", "watch push"}) {
+        std::istringstream lines(run(verb + " --help").output);
+        int count = 0;
+        for (std::string line; std::getline(lines, line); ++count) {
+            EXPECT_LE(line.size(), 78U) << line;
+        }
+        EXPECT_GT(count, 5) << verb;
+    }
+    EXPECT_EQ(run("-V").output, run("--version").output);
 }
 
 TEST_F(Command, AnswersStoresThatPythonWroteInJson) {
@@ -224,14 +258,25 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"ask readines", "did you mean readiness"},
         {"aks readiness", "did you mean ask?"},
         {"toxxy", "there is no verb \"toxxy\" (`lunabrook --help`"},
-        {"metrics requestSp02", "did you mean requestSpO2"},
-        {"metrics request", "did you mean requestSpO2, requestOctane or requestQuality? ("},
+        {"metrics requestSp02", "no metric is called \"requestSp02\"; did you mean blood-oxygen? ("},
+        {"metrics request", "did you mean blood-oxygen, sleep-fuel or sleep-rings? ("},
         {"--now rubbish ask readiness", "2026-06-10T08:30:00+02:00"},
-        {"--now 2026-06-10T08:30:00 ask readiness", "with a zone"},
+        {"--now 2026-06-10 ask readiness", "say one like 2026-06-10T08:30, "},
         {"--now 2026-6-1T8:3:0Z ask readiness", "--now is no moment"},
         {"--time-zone Europe/Bern ask readiness", "Europe/Berlin"},
         {"--locale xx_YY ask readiness", "de_DE"},
         {"", "--help"},
+        {"--nwo 2026-06-10T08:30:00Z today", "there is no option --nwo; did you mean --now? (`lunabrook today --help`"},
+        {"today --locale", "--locale needs a value: --locale ID"},
+        {"ask --json=yes readiness", "--json takes no value"},
+        {"today monday", "today takes no \"monday\""},
+        {"store", "store needs a verb of its own: show or import (`lunabrook store --help`"},
+        {"store shw", "there is no verb \"shw\" of store; did you mean show?"},
+        {"store import", "store import needs a FILE"},
+        {"store import /nowhere", "\"/nowhere\" cannot be read: No such file or directory"},
+        {"--bundle /nowhere today", "--bundle names no folder: \"/nowhere\""},
+        {"--preferences /dev/null today", "the store's folder is a file: \"/dev/null\""},
+        {"ask \"$(printf 'a\\033[2Jb')\"", "answers to \"a\\x1b[2Jb\""},
         // Nothing is answered when one of several is unclear.
         {"ask lights-off 'How ready is my dinner?' 'Good night'", "nearest phrases are \"How ready am I today?\", \""},
         {"ask lights-off ''", "no intent answers to \"\""},
@@ -263,6 +308,8 @@ TEST_F(Command, TakesTheDeviceFromTheEnvironment) {
     const std::pair<const char*, const char*> rows[] = {
         // Of 11 June in Tokyo, in the clock of the first variable that says one and in the words of LANGUAGE.
         {"TZ=Asia/Tokyo LC_TIME=nl_NL.UTF-8 LANG=en_US.UTF-8", "Try to be in bed by 21:51\n"},
+        {"TZ=Asia/Tokyo LC_TIME=de_DE.UTF-8 LANG=en_US.UTF-8", "Try to be in bed by 21:51\n"},
+        {"TZ=Asia/Tokyo LC_MESSAGES=de_AT.UTF-8 LANG=en_US.UTF-8", "Ins Bett um 9:51\u202FPM\n"},
         {"TZ=Asia/Tokyo LANG=de_DE.UTF-8", "Ins Bett um 21:51\n"},
         {"TZ=:Asia/Tokyo LANG=en_GB.UTF-8", "Try to be in bed by 21:51\n"},
         {"TZ=Asia/Tokyo LC_TIME= LANG=en_GB LANGUAGE=fr:de_AT::en", "Ins Bett um 21:51\n"},
@@ -331,13 +378,13 @@ TEST_F(Command, AnswersEachLineOfItsInput) {
     EXPECT_THAT(unreadable.error, HasSubstr("the input cannot be read"));
 }
 
-// The terminal's answers and questions come in one stream; an echo could come anywhere between them.
-TEST_F(Command, AsksAPersonAtATerminal) {
-    writeFile(inFolder("said"), "good night\nlights on\n");
+TEST_F(Command, TalksToAPersonAtATerminal) {
+    writeFile(inFolder("said"), "good night\nlights on\nhelp\nquit\nreadiness\n");
     const Ended talk = shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" +
                              preferences().string() + "'" + kPinned + "ask\" /dev/null <'" + inFolder("said") + "'");
     EXPECT_EQ(talk.status, 2);
-    EXPECT_THAT(talk.output, HasSubstr("> Good Night\r\n> lunabrook: no intent answers to \"lights on\""));
+    EXPECT_THAT(talk.output, AllOf(HasSubstr("Good Night\r\n"), HasSubstr("no intent answers to \"lights on\""),
+                                   HasSubstr("sleep-rings        Sleep Rings"), testing::Not(HasSubstr("No Data"))));
     EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
 }
 
@@ -347,7 +394,7 @@ TEST_F(Command, AnswersNamesWithoutTheDefinitions) {
     writeFile(inFolder("bundle/Intents.json"), "{\n[");
     writeFile(inFolder("bundle/en.lproj/Sentences.yaml"), "language: en\nintents: [");
     EXPECT_EQ(run("ask readiness", device).status, 0);
-    const Outcome phrase = run("ask 'Lights off'", device);
+    const Outcome phrase = run("ask 'Turn off the lights'", device);
     EXPECT_EQ(phrase.status, 3);  // the gravest: an unclear phrase, for want of templates
     EXPECT_THAT(phrase.error, HasSubstr("en.lproj/Sentences.yaml:2: is not YAML: "));
     const Outcome list = run("intents", device);

@@ -45,20 +45,19 @@ TEST(DisplayWidth, CountsWideJoinedAndInvisibleCharacters) {
 
 TEST(Page, LinesUpWhateverTheColumnsHold) {
     Page page(12, false);
-    page.addTable({{6}, {.columns = 5, .isRight = true}}, {{{{"睡眠"}, {"7"}}}, {{{"a\x1b[2J\u009B"}, {"104"}}}});
-    page.addTable({{6}, {.rank = 1}, {.rank = 2}, {}},
-                  {{{{"a"}, {"bb"}, {"ccc"}, {"dd"}}}, {{{"a"}, {""}, {""}, {"d"}}}});
-    page.addTable({{6}, {}, {}}, {{{{""}, {"over"}}, true}, {{{"a"}, {"b"}, {"c"}}}, {{{"lonely"}}}});
-    page.addTable({{}}, {{{{std::string(20, 'a')}}}});
+    page.addTable({{6}, {.columns = 5, .isRight = true}}, {{{"睡眠"}, {"7"}}, {{"a\x1b[2J\u009B"}, {"104"}}});
+    page.addTable({{6}, {.rank = 1}, {.rank = 2}, {}}, {{{"a"}, {"bb"}, {"ccc"}, {"dd"}}, {{"a"}, {""}, {""}, {"d"}}});
+    page.addTable({{6}, {}, {}}, {{{""}, {"over", Ink::plain, true}}, {{"a"}, {"b"}, {"c"}}, {{"lonely"}}});
+    page.addTable({{}}, {{{std::string(20, 'a')}}});
     EXPECT_EQ(page.text(),
               "睡眠    7\na\uFFFD[…  104\n"
               "a     bb  dd\na         d\n"
               "      over\na     b  c\nlon…\n"
               "aaaaaaaaaaa…\n");
     Page coloured(80, true);
-    const std::vector<Cell> inked = {{"a", Ink::heading}, {"b", Ink::quiet}, {"c", Ink::good}, {"d"},
-                                     {"e", Ink::bad},     {"f", Ink::rise},  {"g", Ink::fall}};
-    coloured.addTable(std::vector<Column>(inked.size(), Column{3}), {{inked}});
+    const Row inked = {{"a", Ink::heading}, {"b", Ink::quiet}, {"c", Ink::good}, {"d"},
+                       {"e", Ink::bad},     {"f", Ink::rise},  {"g", Ink::fall}};
+    coloured.addTable(std::vector<Column>(inked.size(), Column{3}), {inked});
     EXPECT_EQ(coloured.text(),
               "\x1b[1ma\x1b[0m  \x1b[2mb\x1b[0m  \x1b[32mc\x1b[0m  d  \x1b[31me\x1b[0m  \x1b[33mf\x1b[0m  "
               "\x1b[36mg\x1b[0m\n");

@@ -107,12 +107,14 @@ TEST(IntentResponse, CodeChangesAlone) {
     EXPECT_EQ(response.userActivity(), activity);
 }
 
-TEST(IntentDispatch, KnowsClassAndShortNamesAndAHandlerWithoutTheProtocol) {
+TEST(IntentDispatch, KnowsNamesAndTitlesAndAHandlerWithoutTheProtocol) {
     class Deaf : public INExtension {
         INExtension& handlerForIntent(const INIntent&) override { return *this; }
     } deaf;
-    EXPECT_EQ(intentRouteNamed("SleepSpO2Intent"), intentRouteNamed("blood-oxygen"));
-    EXPECT_EQ(intentRouteNamed("readinessintent"), nullptr);
+    for (const char* name : {"SleepSpO2Intent", "sleepspo2intent", "Blood Oxygen", "BLOOD_OXYGEN"}) {
+        EXPECT_EQ(intentRouteNamed(name), intentRouteNamed("blood-oxygen")) << name;
+    }
+    EXPECT_EQ(intentRouteNamed("bloodoxygen"), nullptr);
     EXPECT_EQ(intentRouteNamed("readiness")->ask(deaf).code, IntentResponseCode::failure);
 }
 

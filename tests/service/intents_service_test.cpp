@@ -217,11 +217,11 @@ TEST_F(IntentsServiceTest, RefusesMalformedCallsAndLivesOn) {
         {client.errorOf("Handle", ""), kUnknownIntent, "\"\""},
         {client.errorOf("Handle", "readiness"), kUnknownIntent, "\"readiness\"; there are LightsOffIntent, "},
         {client.errorOf("Handle", "readinessIntent"), kUnknownIntent, ", WristTempIntent"},
-        {client.errorOf("Handle", megabyte), kUnknownIntent, "\u00E9...\"; "},
+        {client.errorOf("Handle", megabyte), kUnknownIntent, "\u00E9…\"; "},
         {client.errorOf("Recognize", ""), kUnknownPhrase, "\"\""},
         {client.errorOf("Recognize", "lights on"), kUnknownPhrase,
          "lights on\"; the nearest phrases are \"Lights off\""},
-        {client.errorOf("Recognize", megabyte), kUnknownPhrase, "\u00E9...\""},
+        {client.errorOf("Recognize", megabyte), kUnknownPhrase, "\u00E9…\""},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(row.error.first, row.name) << row.message;

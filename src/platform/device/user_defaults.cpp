@@ -49,8 +49,8 @@ bool UserDefaults::setObjects(const Changes& changes) {
     return file_->change(editOf(changes)) == SuiteFile::Change::written;
 }
 
-UserDefaults::Creation UserDefaults::create(const Changes& contents) {
-    const SuiteFile::Change change = file_->change(editOf(contents), true);
+UserDefaults::Creation UserDefaults::create(const Changes& contents, const MayGo& mayGo) {
+    const SuiteFile::Change change = file_->make(editOf(contents), mayGo);
     return change == SuiteFile::Change::written    ? Creation::made
            : change == SuiteFile::Change::wasThere ? Creation::wasThere
                                                    : Creation::failed;

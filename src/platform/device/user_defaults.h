@@ -11,6 +11,7 @@
 
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -41,9 +42,11 @@ public:
     // says true and changes nothing.
     using Changes = std::map<std::string, std::optional<Value>, std::less<>>;
     bool setObjects(const Changes& changes);
-    // Into a file that is not there yet; nothing is written, and no fault told, when it is.
+    // The whole contents of a file that is not there yet, or of one that may go; nothing is written, and no fault told,
+    // when another is there.
     enum class Creation { made, failed, wasThere };
-    Creation create(const Changes& contents);
+    using MayGo = std::function<bool(const Dictionary& there)>;
+    Creation create(const Changes& contents, const MayGo& mayGo);
     bool setObject(std::string_view key, Value value);
     bool removeObject(std::string_view key);
     // Takes over every key of a property list, values without a meaning here as well.

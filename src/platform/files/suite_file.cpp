@@ -94,7 +94,12 @@ std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
     return loaded_->contents;
 }
 
-SuiteFile::Change SuiteFile::change(const Edit& edit, bool mustBeNew) {
+SuiteFile::Change SuiteFile::change(const Edit& edit) { return transact(edit, nullptr); }
+
+SuiteFile::Change SuiteFile::make(const Edit& contents, const MayGo& mayGo) { return transact(contents, &mayGo); }
+
+// `mayGo` is null for an edit of what stands there.
+SuiteFile::Change SuiteFile::transact(const Edit& edit, const MayGo* mayGo) {
     if (dropsWrites_) {
         return Change::written;
     }
@@ -112,11 +117,17 @@ SuiteFile::Change SuiteFile::change(const Edit& edit, bool mustBeNew) {
     PropertyList changes;
     edit(changes);
     PropertyList list = changes;
-    const auto damage = load(loaded, [&changes, &list](const std::string& bytes) {
+    bool stays = false;
+    const auto damage = load(loaded, [&](const std::string& bytes) {
         list = changes;  // without what another attempt has read
-        return list.merge(bytes);
+        if (mayGo == nullptr) {
+            return list.merge(bytes);
+        }
+        const auto there = dictionaryFromPropertyList(bytes);
+        stays = !std::holds_alternative<Dictionary>(there) || !(*mayGo)(std::get<Dictionary>(there));
+        return std::optional<std::string>();
     });
-    if (mustBeNew && loaded.identity) {
+    if (mayGo != nullptr && loaded.identity && (stays || damage)) {
         return Change::wasThere;
     }
     if (damage) {

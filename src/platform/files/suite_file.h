@@ -28,10 +28,13 @@ public:
     std::shared_ptr<const Dictionary> snapshot();
 
     // One transaction: what the edit says about a key goes before what the file says.
-    // A fault is told when it failed, and none when the file should be a new one and is there: the file is whole then.
+    // A fault is told when it failed, and none when a file was there that stays: it is whole then.
     enum class Change { written, failed, wasThere };
     using Edit = std::function<void(PropertyList&)>;
-    Change change(const Edit& edit, bool mustBeNew = false);
+    Change change(const Edit& edit);
+    // The whole contents, where there is no file or one that may go; looked at within the transaction.
+    using MayGo = std::function<bool(const Dictionary& there)>;
+    Change make(const Edit& contents, const MayGo& mayGo);
 
     bool synchronize();
 
@@ -46,6 +49,7 @@ private:
     using Reader = std::function<std::optional<std::string>(const std::string& bytes)>;  // what is wrong with them
 
     Change fail(const std::string& what) const;
+    Change transact(const Edit& edit, const MayGo* mayGo);
     std::optional<std::string> loadOnce(Loaded& loaded, const Reader& reader) const;
     std::optional<std::string> load(Loaded& loaded, const Reader& reader) const;
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <future>
+#include <memory>
 #include <thread>
 
 namespace lunabrook {
@@ -80,21 +82,30 @@ std::optional<std::string> replaceFile(const std::filesystem::path& target, cons
 }
 
 std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience) {
-    constexpr std::chrono::microseconds kLongestPause(2000);
-    std::chrono::microseconds pause(50);
-    const auto end = std::chrono::steady_clock::now() + patience;
-    while (!file.isOpen() || ::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
-        if (!file.isOpen() || (errno != EINTR && errno != EWOULDBLOCK)) {
-            return lastErrorText();
-        }
-        if (std::chrono::steady_clock::now() >= end) {
-            return holderOf(file) + " has held the lock for more than " +
-                   std::to_string(std::chrono::duration_cast<std::chrono::seconds>(patience).count()) + " seconds";
-        }
-        std::this_thread::sleep_for(pause);
-        pause = std::min(2 * pause, kLongestPause);
+    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    if (!file.isOpen() || (errno != EWOULDBLOCK && errno != EINTR)) {
+        return lastErrorText();
+    }
+    // The system's queue is fair, while who only looks now and then may find busy writers there every time. But nobody
+    // can leave the queue: a thread of its own stands in it, and one that was given up drops the lock when it has it.
+    const auto turn = std::make_shared<std::promise<int>>();
+    auto outcome = turn->get_future();
+    std::thread([turn, queued = ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0)] {
+        int error = 0;
+        while (::flock(queued, LOCK_EX) != 0 && (error = errno) == EINTR) {
+            error = 0;
+        }
+        turn->set_value(error);
+        ::close(queued);
+    }).detach();
+    if (outcome.wait_for(patience) != std::future_status::ready) {
+        return holderOf(file) + " has held the lock for more than " +
+               std::to_string(std::chrono::duration_cast<std::chrono::seconds>(patience).count()) + " seconds";
+    }
+    const int error = outcome.get();
+    return error == 0 ? std::nullopt : std::optional(std::generic_category().message(error));
 }
 
 void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file) {

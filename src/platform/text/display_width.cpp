@@ -11,6 +11,7 @@ namespace {
 
 constexpr UChar32 kZeroWidthJoiner = 0x200D;
 constexpr UChar32 kEmojiSelector = 0xFE0F;
+constexpr std::size_t kMostBytesQuoted = 1000;  // more than any 60 columns that somebody reads
 
 bool isWide(UChar32 character) {
     const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
@@ -89,6 +90,27 @@ std::string textFittedTo(std::string_view text, int columns) {
         }
     }
     return std::string(text);
+}
+
+std::string quotedText(std::string_view text) {
+    constexpr int kMostColumns = 60;
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string shown;
+    const auto* units = reinterpret_cast<const std::uint8_t*>(text.data());
+    for (std::size_t start = 0, end = 0; end < text.size() && shown.size() <= kMostBytesQuoted; start = end) {
+        UChar32 character = 0;
+        U8_NEXT(units, end, text.size(), character);
+        if (character == '\n' || character == '\t') {
+            shown += character == '\n' ? "\\n" : "\\t";
+        } else if (character >= 0 && u_charType(character) != U_CONTROL_CHAR) {
+            shown += text.substr(start, end - start);
+        } else {
+            for (; start < end; ++start) {
+                shown += {'\\', 'x', kDigits[units[start] >> 4U], kDigits[units[start] & 0xFU]};
+            }
+        }
+    }
+    return "\"" + textFittedTo(shown, kMostColumns) + "\"";
 }
 
 }  // namespace lunabrook

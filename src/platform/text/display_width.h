@@ -1,4 +1,4 @@
-// How many columns a text takes on a terminal.
+// Texts on a terminal: how many columns they take, and what is shown of what a terminal would obey.
 
 #pragma once
 
@@ -15,5 +15,9 @@ std::string withoutControls(std::string_view text);
 
 // The text, or as much of it as fits before "…" into so many columns (at least 1).
 std::string textFittedTo(std::string_view text, int columns);
+
+// As a message quotes it: control characters and what is no text as escapes, and at most 60 columns of it.
+// "a\x1b[2J" -> "\"a\\x1b[2J\""
+std::string quotedText(std::string_view text);
 
 }  // namespace lunabrook

@@ -77,8 +77,15 @@ bool isSilent(UChar32 character) {
     return isApostrophe(character) || u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0;
 }
 
+// Punctuation as wide as an ideograph has its blank built in, and stands between words that have none: "僕、何時間".
+bool isWidePunctuation(UChar32 character) {
+    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    return (U_GET_GC_MASK(character) & U_GC_P_MASK) != 0 && (width == U_EA_WIDE || width == U_EA_FULLWIDTH);
+}
+
 bool isBlank(UChar32 character) {
-    return u_isUWhiteSpace(character) != 0 || (U_GET_GC_MASK(character) & U_GC_PD_MASK) != 0;
+    return u_isUWhiteSpace(character) != 0 || (U_GET_GC_MASK(character) & U_GC_PD_MASK) != 0 ||
+           (isWidePunctuation(character) && !isApostrophe(character));
 }
 
 bool isPunctuation(UChar32 character) {

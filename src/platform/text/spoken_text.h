@@ -1,9 +1,9 @@
 // Sentences as they are heard: "Hey, what’s MY  SpO₂?" -> "hey whats my spo2".
 //
 // Two texts that sound the same come out as the same bytes: composed (NFC), case folded, each run of blanks and hyphens
-// one blank, punctuation and symbols at the start and end of words gone, apostrophes gone everywhere. Accents and width
-// are folded where the language's collation calls them variants of one letter: "ö" is an "o" in German, a letter of its
-// own in Swedish.
+// one blank, punctuation and symbols at the start and end of words gone, wide ones of East Asia anywhere, apostrophes
+// gone everywhere. Accents and width are folded where the language's collation calls them variants of one letter: "ö"
+// is an "o" in German, a letter of its own in Swedish.
 
 #pragma once
 

@@ -93,4 +93,18 @@ std::optional<Date> dateFromIso8601String(std::string_view text) {
     return dateFromSecondsSince1970(absl::ToDoubleSeconds(time - absl::UnixEpoch()));
 }
 
+std::optional<Date> dateFromIso8601String(std::string_view text, const TimeZone& timeZone) {
+    if (const auto date = dateFromIso8601String(text)) {
+        return date;
+    }
+    const auto asInUtc = dateFromIso8601String(std::string(text) + "Z");
+    const auto wall = asInUtc ? TimeZone::utc().componentsFromDate(*asInUtc) : std::nullopt;
+    const auto date = wall ? timeZone.dateFromComponents(*wall) : std::nullopt;
+    if (!date) {
+        return std::nullopt;
+    }
+    const double seconds = secondsSince1970(*asInUtc);
+    return dateByAddingSeconds(*date, seconds - std::floor(seconds));
+}
+
 }  // namespace lunabrook

@@ -20,5 +20,7 @@ std::optional<std::string> iso8601MillisecondsFromDate(Date date);
 // Date, time and "Z" or an offset, each field in full: "2026-06-10T08:30Z", "2026-06-10T08:30:00.25+02:00". Nil for
 // anything else, days and hours that do not exist among them.
 std::optional<Date> dateFromIso8601String(std::string_view text);
+// The same, and without "Z" or an offset a wall time of the zone.
+std::optional<Date> dateFromIso8601String(std::string_view text, const TimeZone& timeZone);
 
 }  // namespace lunabrook

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/call_parser.h"
 #include "host/device_option_flags.h"
 #include "platform/device/event_waiter.h"
 #include "platform/device/standard_output.h"
@@ -19,13 +20,14 @@ namespace {
 using Seconds = std::chrono::duration<double>;
 
 constexpr const char* kAbout =
-    "Serves the nine sleep intents on the session bus; the bus starts it when somebody calls.\n"
+    "Serves the nine sleep intents on the session bus, which starts it when\n"
+    "somebody calls.\n"
     "\n"
     "  busctl --user call kestrovan.Lunabrook /kestrovan/Lunabrook \\\n"
     "      kestrovan.Lunabrook.Intents1 Handle s ReadinessIntent\n"
     "\n"
-    "Exit status: 0 left when idle or told to, 1 no bus or the name is taken, 2 a wrong call,\n"
-    "3 memory ran out.\n";
+    "Exit status: 0 left when idle or told to, 1 no bus or the name is taken, 2 a\n"
+    "wrong call, 3 memory ran out.\n";
 
 constexpr double kMostIdleSeconds = 86'400;
 
@@ -116,7 +118,7 @@ Status run(const Call& call) {
 int NSExtensionMain(int argc, char** argv) {
     StandardOutput output;
     CLI::App app(kAbout, kIntentsServiceProgram);
-    app.set_version_flag("--version", LUNABROOK_VERSION);
+    prepareParser(app);
     Call call;
     app.add_option("--idle-seconds", call.idleSeconds, "Leave when nobody called for so long (30)")->type_name("N");
     addDeviceOptions(app, call.device);

@@ -7,6 +7,7 @@
 
 #include "intents/intent_dispatch.h"
 #include "intents/intent_handler.h"
+#include "platform/text/display_width.h"
 #include "platform/text/text_case.h"
 #include "voice/intent_definitions.h"
 #include "voice/phrase_recognizer.h"
@@ -37,17 +38,6 @@ sdbus::Struct<int, std::string> busOutcome(const IntentDefinition::Outcome& outc
     return {outcome.code, busText(outcome.text)};
 }
 
-// What a caller said, short enough for a message: whole characters, "..." for the rest.
-std::string quotedShort(std::string_view said) {
-    constexpr std::size_t kMostBytes = 60;
-    const auto continuesCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
-    std::size_t length = std::min(said.size(), kMostBytes);
-    while (length > 0 && length < said.size() && continuesCharacter(said[length])) {
-        --length;
-    }
-    return "\"" + std::string(said.substr(0, length)) + (length < said.size() ? "..." : "") + "\"";
-}
-
 const IntentRoute& routeOfClass(const std::string& intentClass) {
     std::string known;
     for (const IntentRoute& route : intentRoutes()) {
@@ -56,13 +46,13 @@ const IntentRoute& routeOfClass(const std::string& intentClass) {
         }
         known += (known.empty() ? "" : ", ") + std::string(route.className);
     }
-    throw sdbus::Error(kUnknownIntent, "no intent has the class " + quotedShort(intentClass) + "; there are " + known);
+    throw sdbus::Error(kUnknownIntent, "no intent has the class " + quotedText(intentClass) + "; there are " + known);
 }
 
 sdbus::Error unclearPhrase(const std::string& phrase, const std::vector<std::string>& nearest) {
-    std::string message = "no intent is clearly meant by " + quotedShort(phrase);
+    std::string message = "no intent is clearly meant by " + quotedText(phrase);
     for (const std::string& near : nearest) {
-        message += (&near == &nearest.front() ? "; the nearest phrases are " : ", ") + quotedShort(busText(near));
+        message += (&near == &nearest.front() ? "; the nearest phrases are " : ", ") + quotedText(busText(near));
     }
     return {kUnknownPhrase, message};
 }

@@ -6,8 +6,10 @@
 #include <iostream>
 #include <system_error>
 
+#include "host/call_parser.h"
 #include "host/device_option_flags.h"
 #include "platform/device/standard_output.h"
+#include "platform/text/display_width.h"
 #include "service/wyoming/connection.h"
 #include "service/wyoming/connection_processes.h"
 #include "service/wyoming/listening_socket.h"
@@ -17,14 +19,16 @@ namespace lunabrook::wyoming {
 namespace {
 
 constexpr const char* kAbout =
-    "Answers a voice assistant that speaks the Wyoming protocol: a sentence in, a sentence out.\n"
+    "Answers a voice assistant that speaks the Wyoming protocol: a sentence in, a\n"
+    "sentence out.\n"
     "\n"
-    "  systemctl --user enable --now lunabrook-wyoming.socket    have the system start it\n"
-    "  lunabrook-wyoming --uri tcp://127.0.0.1:10620             or keep it running yourself\n"
+    "  systemctl --user enable --now lunabrook-wyoming.socket   have it started, or\n"
+    "  lunabrook-wyoming --uri tcp://127.0.0.1:10620            keep it running\n"
     "\n"
-    "Nobody is asked for a password: who reaches the address hears about your sleep.\n"
-    "Exit status: 0 the client has gone or it was told to stop, 1 it cannot listen, 2 a wrong call,\n"
-    "3 memory ran out.\n";
+    "Nobody is asked for a password: who reaches the address hears about your\n"
+    "sleep.\n"
+    "Exit status: 0 the client has gone or it was told to stop, 1 it cannot listen,\n"
+    "2 a wrong call, 3 memory ran out.\n";
 
 constexpr double kMostIdleSeconds = 86'400;
 
@@ -47,8 +51,8 @@ std::optional<std::string> whatIsWrong(const Call& call) {
         return "--idle-seconds takes more than 0 and at most 86400 seconds";
     }
     if (!addressFromUri(call.uri)) {
-        return "--uri is no address: \"" + call.uri +
-               "\"; say one like stdio://, tcp://127.0.0.1:10620, tcp://[::1]:10620 or unix:///PATH";
+        return "--uri is no address: " + quotedText(call.uri) +
+               "; say one like stdio://, tcp://127.0.0.1:10620, tcp://[::1]:10620 or unix:///PATH";
     }
     const auto found = findDevice(call.device);
     if (const auto* wrong = std::get_if<WrongCall>(&found)) {
@@ -92,11 +96,10 @@ private:
 int runService(int argc, char** argv) {
     StandardOutput output;
     CLI::App app(kAbout, kProgram);
-    app.set_version_flag("--version", LUNABROOK_VERSION);
+    prepareParser(app);
     Call call;
-    app.add_option("--uri", call.uri, "Where to listen: stdio://, tcp://HOST:PORT or unix://PATH (stdio://)")
-        ->type_name("URI");
-    app.add_option("--idle-seconds", call.idleSeconds, "End a connection that says nothing for so long (60)")
+    app.add_option("--uri", call.uri, "tcp://HOST:PORT or unix://PATH (else stdio://)")->type_name("URI");
+    app.add_option("--idle-seconds", call.idleSeconds, "End a connection that is silent for so long (60)")
         ->type_name("N");
     addDeviceOptions(app, call.device);
     if (const auto status = exitAfterParsing(app, argc, argv, output)) {

@@ -125,9 +125,15 @@ TEST_F(SuiteFileTest, WaitsForAWriterInPlace) {
 }
 
 TEST_F(SuiteFileTest, MakesANewStoreOnlyWhereNoneIs) {
-    EXPECT_EQ(suite("store.plist").change(kSetNew, true), Change::written);
-    EXPECT_EQ(suite("store.plist").change([](PropertyList& list) { list.set("newer", true); }, true), Change::wasThere);
+    const auto may = [](bool go) { return [go](const Dictionary& there) { return go && there.contains("new"); }; };
+    const auto setNewer = [](PropertyList& list) { list.set("newer", true); };
+    EXPECT_EQ(suite("store.plist").make(kSetNew, may(false)), Change::written);
+    EXPECT_EQ(suite("store.plist").make(setNewer, may(false)), Change::wasThere);
     EXPECT_EQ(*suite("store.plist").snapshot(), (Dictionary{{"new", true}}));
+    EXPECT_EQ(suite("store.plist").make(setNewer, may(true)), Change::written);
+    EXPECT_EQ(*suite("store.plist").snapshot(), (Dictionary{{"newer", true}}));
+    writeFile(path("store.plist"), "damaged");
+    EXPECT_EQ(suite("store.plist").make(setNewer, may(true)), Change::wasThere);
     EXPECT_TRUE(faults_.empty());
 }
 

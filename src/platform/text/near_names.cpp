@@ -1,4 +1,4 @@
-#include "voice/near_names.h"
+#include "platform/text/near_names.h"
 
 #include <algorithm>
 #include <numeric>
@@ -26,33 +26,33 @@ std::size_t editDistance(std::string_view left, std::string_view right) {
     return above.back();
 }
 
-std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<std::string>& names) {
+std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<KnownName>& names) {
     constexpr std::size_t kMost = 3;
     constexpr std::size_t kLettersPerSlip = 3;
     const std::string typed = lowercaseString(mistyped);
     std::vector<std::pair<std::size_t, std::string>> near;
-    for (const std::string& name : names) {
-        const std::string known = lowercaseString(name);
+    for (const KnownName& name : names) {
+        const std::string known = lowercaseString(name.typed);
         if (typed.size() > kLettersPerSlip * known.size()) {
             continue;  // a sentence, or a megabyte
         }
         const std::size_t distance = editDistance(typed, known);
         const bool isBeginning = typed.size() >= kLettersPerSlip && known.find(typed) != std::string::npos;
         if (isBeginning || distance <= std::max(known.size(), typed.size()) / kLettersPerSlip) {
-            near.emplace_back(distance, name);
+            near.emplace_back(distance, name.shown);
         }
     }
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> nearest;
     for (auto& [distance, name] : near) {
-        if (nearest.size() < kMost) {
+        if (nearest.size() < kMost && std::find(nearest.begin(), nearest.end(), name) == nearest.end()) {
             nearest.push_back(std::move(name));
         }
     }
     return nearest;
 }
 
-std::string suggestion(std::string_view mistyped, const std::vector<std::string>& names) {
+std::string suggestion(std::string_view mistyped, const std::vector<KnownName>& names) {
     const std::vector<std::string> near = nearNames(mistyped, names);
     if (near.empty()) {
         return {};
@@ -62,6 +62,18 @@ std::string suggestion(std::string_view mistyped, const std::vector<std::string>
         list += (i + 1 == near.size() ? " or " : ", ") + near[i];
     }
     return "; did you mean " + list + "?";
+}
+
+std::string nameKey(std::string_view name) {
+    std::string key(name);
+    for (char& letter : key) {
+        if (letter >= 'A' && letter <= 'Z') {
+            letter = static_cast<char>(letter - 'A' + 'a');
+        } else if (letter == ' ' || letter == '_') {
+            letter = '-';
+        }
+    }
+    return key;
 }
 
 }  // namespace lunabrook
