@@ -35,7 +35,8 @@ std::filesystem::path preferencesFolder(const std::string& option) {
     return home.empty() ? std::filesystem::path() : std::filesystem::path(home) / ".local/share/lunabrook";
 }
 
-// In a build tree `resources` stands beside the executable; installed, it is the share folder of the same prefix.
+// In a build tree `resources` stands beside the executable; installed, it is the share folder of the same prefix, and a
+// folder of that name beside the executable is somebody else's.
 std::filesystem::path bundleFolder(const std::string& option) {
     if (!option.empty()) {
         return option;
@@ -43,7 +44,7 @@ std::filesystem::path bundleFolder(const std::string& option) {
     std::error_code error;
     const std::filesystem::path programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     const std::filesystem::path built = programs / "resources";
-    return std::filesystem::exists(built, error) ? built : programs.parent_path() / "share/lunabrook";
+    return std::filesystem::exists(built / "Intents.json", error) ? built : programs.parent_path() / "share/lunabrook";
 }
 
 // "sr_RS.UTF-8@latin" is "sr_Latn_RS", "de_DE@euro" is "de_DE"; "C" and "POSIX" mean American English.

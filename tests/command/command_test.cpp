@@ -250,6 +250,18 @@ TEST_F(Command, DamagedStringTableIsToldWithItsLine) {
     EXPECT_THAT(asked.error, HasSubstr("Localizable.strings:2: "));
 }
 
+TEST_F(Command, FindsTheTextsBesideItselfOrInItsPrefix) {
+    const std::filesystem::path prefix = folder_.path() / "prefix";
+    std::filesystem::create_directories(prefix / "bin/resources");  // somebody else's
+    std::filesystem::copy_file(LUNABROOK_PROGRAM, prefix / "bin/lunabrook");
+    writeFile(prefix / "share/lunabrook/en.lproj/Localizable.strings", "\"No Data\" = \"Installed\";");
+    const std::string call = "'" + (prefix / "bin/lunabrook").string() + "' --preferences '" + preferences().string() +
+                             "' --language en ask readiness";
+    EXPECT_EQ(shell(call).output, "Installed\n");
+    writeFile(prefix / "bin/resources/Intents.json", "{}");
+    EXPECT_EQ(shell(call).output, "No Data\n");
+}
+
 TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
     const struct {
         const char* arguments;
