@@ -1,8 +1,9 @@
 #include "intents/intent_dispatch.h"
 
 #include <algorithm>
+#include <type_traits>
 
-#include "intents/intent_handling.h"
+#include "intents/intent_handler.h"
 #include "platform/text/near_names.h"
 
 namespace lunabrook {
@@ -22,6 +23,8 @@ IntentReply replyFrom(const Response& response) {
 template <class Handling, class Intent, class Response>
 IntentReply askThrough(INExtension& extension,
                        void (Handling::*operation)(const Intent&, const Completion<Response>&)) {
+    // Another extension may lack it, which is a failure of each call; ours would never answer.
+    static_assert(std::is_base_of_v<Handling, IntentHandler>, "IntentHandler lacks the protocol of a route");
     const Intent intent;
     IntentReply reply;
     if (auto* handler = dynamic_cast<Handling*>(&extension.handlerForIntent(intent))) {
