@@ -82,9 +82,10 @@ TEST(EventReader, FindsALineThatIsTooLongWithItsEnd) {
 }
 
 TEST(Event, IsWrittenWithItsDataBehindTheLine) {
-    EXPECT_EQ(bytesOfEvent({.type = "pong"}), "{\"type\":\"pong\",\"version\":\"1.0.0\"}\n");
+    EXPECT_EQ(bytesOfEvent({.type = "pong"}), "{\"type\":\"pong\",\"version\":\"" LUNABROOK_VERSION "\"}\n");
     EXPECT_EQ(bytesOfEvent({.type = "handled", .data = {{"text", "21\u00A0Uhr \xFF"}}}),
-              "{\"data_length\":22,\"type\":\"handled\",\"version\":\"1.0.0\"}\n{\"text\":\"21\u00A0Uhr \uFFFD\"}");
+              "{\"data_length\":22,\"type\":\"handled\",\"version\":\"" LUNABROOK_VERSION
+              "\"}\n{\"text\":\"21\u00A0Uhr \uFFFD\"}");
 }
 
 }  // namespace

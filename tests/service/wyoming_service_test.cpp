@@ -98,7 +98,8 @@ TEST_F(WyomingService, ConversesOnStandardInputAndIsSilentOnItsEnd) {
     writeFile(inFolder("events"), kQuestion + std::string(R"({"type":"synthesize"})") + "\n");
     const auto ended = shell(command("<" + inFolder("events")));
     EXPECT_EQ(ended.status, 0);
-    EXPECT_EQ(ended.output, "{\"data_length\":77,\"type\":\"handled\",\"version\":\"1.0.0\"}\n{\"text\":\"" +
+    EXPECT_EQ(ended.output, "{\"data_length\":77,\"type\":\"handled\",\"version\":\"" LUNABROOK_VERSION
+                            "\"}\n{\"text\":\"" +
                                 std::string(kAsleep) + "\"}");
 }
 
