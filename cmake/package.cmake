@@ -52,9 +52,13 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME lunabrook)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS tzdata)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus")
+# The command asks for a line with libedit where that is installed; a script never does.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "libedit2, default-dbus-session-bus | dbus-session-bus")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "systemd, avahi-daemon")
-set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "Reads the store that a sleep tracker fills each night and answers nine
+# The first line of each is its synopsis, which CPack otherwise takes from the project.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "spoken answers about last night's sleep
+Reads the store that a sleep tracker fills each night and answers nine
 questions about it, from readiness to tonight's bedtime, each with one
 spoken sentence in the user's language: on the command line, to a voice
 assistant in the home that speaks the Wyoming protocol, and as a service that
@@ -64,7 +68,8 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME lunabrook-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "lunabrook (= ${PROJECT_VERSION}), libicu-dev, libabsl-dev, libexpat1-dev, pkg-config")
-set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "Headers, static libraries and the CMake package with which another C++
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "spoken answers about last night's sleep - development files
+Headers, static libraries and the CMake package with which another C++
 program answers the sleep intents itself.")
 
 include(CPack)
