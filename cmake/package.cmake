@@ -21,6 +21,7 @@ if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
   set(LUNABROOK_ZSH vendor-completions)
 endif()")
 install(FILES completion/_lunabrook DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/\${LUNABROOK_ZSH})
+install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/avahi/lunabrook-wyoming.service DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/avahi)
 
 set(LUNABROOK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/lunabrook)
