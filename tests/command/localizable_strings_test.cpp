@@ -1,9 +1,9 @@
-// The English table against the fragments that the system looks up: a device whose table marks every fragment says
-// everything it can say, and each mark must be said while no English word is left over.
+// The tables of all languages against the English one, and the English table against the fragments that the system
+// looks up: a device whose table marks every fragment says everything it can say, and each mark must be said while no
+// English word is left over.
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <regex>
 #include <set>
 
@@ -14,6 +14,7 @@
 #include "metrics/group_metrics.h"
 #include "platform/text/string_table.h"
 #include "service/wyoming/conversation.h"
+#include "support/shipped_languages.h"
 #include "support/test_device.h"
 
 namespace lunabrook {
@@ -117,6 +118,61 @@ TEST(LocalizableStrings, HoldsExactlyTheFragmentsThatAreSaid) {
         }
     }
     EXPECT_EQ(leftOver, std::set<std::string>{}) << "said without a fragment of the table";
+}
+
+StringTable tableOf(const std::string& language, const char* name) {
+    const auto read = stringTableFromBytes(test::readFile(test::shippedFile(language, name)));
+    const auto* table = std::get_if<StringTable>(&read);
+    EXPECT_NE(table, nullptr) << language << "/" << name << " cannot be read";
+    return table != nullptr ? *table : StringTable();
+}
+
+// In the order of their arguments: "%2$@ %1$@" has the same as "%@ %@".
+std::vector<std::string> placeholdersOf(const std::string& text) {
+    const std::regex placeholder("%([0-9]+)?\\$?(@|[.0-9]*[df])?");
+    std::vector<std::string> found;
+    int next = 1;
+    for (auto match = std::sregex_iterator(text.begin(), text.end(), placeholder); match != std::sregex_iterator();
+         ++match) {
+        found.push_back(((*match)[1].matched ? (*match)[1].str() : std::to_string(next++)) + (*match)[2].str());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+class ShippedStrings : public testing::TestWithParam<std::string> {};
+
+TEST_P(ShippedStrings, TranslateEveryTextAndKeepItsPlaceholders) {
+    // What is written so in many languages, and what is a word of one.
+    const std::set<std::string> same = {"🥇", "★★★★★", "★★★★⭒", "★★★⭒⭒", "★★⭒⭒⭒",   "★⭒⭒⭒⭒",   "💆‍♂️",
+                                        "HRV",  "REM",   "bpm",   "SpO2",  "MinSpO2", "MaxSpO2", "Premium"};
+    const std::set<std::string> sameInOne = {"fr: Recharge", "nl: later"};
+    const std::string language = GetParam();
+    for (const char* name : {"Localizable.strings", "Intents.strings"}) {
+        const StringTable english = tableOf("en", name);
+        const StringTable table = tableOf(language, name);
+        EXPECT_EQ(table.size(), english.size());
+        for (const auto& [key, text] : table) {
+            EXPECT_TRUE(english.contains(key)) << key << " is no key";
+            EXPECT_NE(text, "") << key;
+            EXPECT_EQ(text.find("\uFFFD"), std::string::npos) << key;
+            EXPECT_EQ(placeholdersOf(text), placeholdersOf(key)) << key;
+            const bool maySame = language == "en" || same.contains(key) || sameInOne.contains(language + ": " + key);
+            EXPECT_TRUE(text != key || maySame) << "\"" << key << "\" is left in English";
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, ShippedStrings, testing::ValuesIn(test::shippedLanguages()), test::nameOfLanguage);
+
+// The nearest of them, or English: a script that the user may not read is no answer.
+TEST(ShippedLanguages, AnswerTheirRelativesAndNoOthers) {
+    const std::pair<const char*, const char*> rows[] = {{"pt-PT", "pt-BR"}, {"de-CH", "de"},      {"zh-TW", ""},
+                                                        {"zh-HK", ""},      {"zh-CN", "zh-Hans"}, {"en-GB", "en"},
+                                                        {"nb", ""},         {"es-MX", "es"},      {"fr-CA", "fr"}};
+    for (const auto& [wanted, found] : rows) {
+        EXPECT_EQ(Bundle(LUNABROOK_RESOURCES, {wanted}, [](const Fault&) {}).language(), found) << wanted;
+    }
 }
 
 }  // namespace

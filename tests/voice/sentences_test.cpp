@@ -7,6 +7,7 @@
 #include <random>
 #include <sstream>
 
+#include "support/shipped_languages.h"
 #include "support/test_device.h"
 #include "voice/phrase_recognizer.h"
 #include "voice/sentence_automaton.h"
@@ -29,8 +30,7 @@ SentenceBook bookOf(const std::string& yaml, const std::string& language = "en")
 }
 
 SentenceBook shippedBook(const std::string& language) {
-    const auto folder = std::filesystem::path(LUNABROOK_RESOURCES) / (language + ".lproj");
-    return bookOf(test::readFile(folder / "Sentences.yaml"), language);
+    return bookOf(test::readFile(test::shippedFile(language, "Sentences.yaml")), language);
 }
 
 const SentenceBook& english() {
@@ -192,22 +192,8 @@ TEST_P(ShippedSentences, AreUnderstoodWhicheverIsDrawn) {
     }
 }
 
-std::vector<std::string> shippedLanguages() {
-    std::vector<std::string> languages;
-    for (const auto& entry : std::filesystem::directory_iterator(LUNABROOK_RESOURCES)) {
-        if (entry.path().extension() == ".lproj") {
-            languages.push_back(entry.path().stem());
-        }
-    }
-    std::sort(languages.begin(), languages.end());
-    return languages;
-}
-
-INSTANTIATE_TEST_SUITE_P(Languages, ShippedSentences, testing::ValuesIn(shippedLanguages()), [](const auto& language) {
-    std::string name = language.param;
-    std::erase(name, '-');
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Languages, ShippedSentences, testing::ValuesIn(test::shippedLanguages()),
+                         test::nameOfLanguage);
 
 }  // namespace
 }  // namespace lunabrook
