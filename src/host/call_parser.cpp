@@ -55,7 +55,8 @@ std::string unexpectedText(const std::vector<const CLI::App*>& verbs, const std:
                                      [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
     if (option != extras.end()) {
         const std::string name = option->substr(0, option->find('='));
-        const bool isPlain = std::all_of(name.begin(), name.end(), [](char letter) { return letter > ' ' && letter < '\x7f'; });
+        const bool isPlain =
+            std::all_of(name.begin(), name.end(), [](char letter) { return letter > ' ' && letter < '\x7f'; });
         return "there is no option " + (isPlain ? name : quotedText(name)) + suggestion(name, optionNames(verbs));
     }
     const std::vector<KnownName> inner = verbNames(*verbs.back());
@@ -70,7 +71,8 @@ std::string unexpectedText(const std::vector<const CLI::App*>& verbs, const std:
 std::string missingText(const std::vector<const CLI::App*>& verbs, const std::string& libraryText) {
     const std::vector<KnownName> inner = verbNames(*verbs.back());
     if (inner.empty()) {
-        return joinedNames({verbs.begin() + 1, verbs.end()}) + " needs a " + libraryText.substr(0, libraryText.find(' '));
+        return joinedNames({verbs.begin() + 1, verbs.end()}) + " needs a " +
+               libraryText.substr(0, libraryText.find(' '));
     }
     if (verbs.size() == 1) {
         return "no verb was named, such as ask or today";
