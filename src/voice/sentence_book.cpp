@@ -36,6 +36,10 @@ SentenceBook::SentenceBook(LanguageSentences sentences, SpokenText::Variants var
     for (const std::string& words : sentences_.file.skipWords) {
         skipWords_.push_back(wordsIn(spoken_.heard(words)));
     }
+    // The longest first, so that "sorry" takes nothing of "sorry to ask".
+    std::stable_sort(skipWords_.begin(), skipWords_.end(), [](const Words& one, const Words& other) {
+        return joined(one, "").size() > joined(other, "").size();
+    });
     for (SentenceFile::Rule& rule : sentences_.file.rules) {
         hear(rule.body);
     }
@@ -92,16 +96,13 @@ std::string SentenceBook::essential(std::string_view sentence) const {
     return sentences_.file.ignoresBlanks ? withoutSkippedEnds(joined(left, "")) : joined(left, " ");
 }
 
-// How many words of politeness begin there; the longest that fits.
+// How many words of politeness begin there.
 std::size_t SentenceBook::skippedAt(const Words& words, std::size_t start) const {
-    std::size_t longest = 0;
-    for (const Words& skip : skipWords_) {
-        if (skip.size() > longest && skip.size() <= words.size() - start &&
-            std::equal(skip.begin(), skip.end(), words.begin() + static_cast<std::ptrdiff_t>(start))) {
-            longest = skip.size();
-        }
-    }
-    return longest;
+    const auto skip = std::find_if(skipWords_.begin(), skipWords_.end(), [&](const Words& candidate) {
+        return !candidate.empty() && candidate.size() <= words.size() - start &&
+               std::equal(candidate.begin(), candidate.end(), words.begin() + static_cast<std::ptrdiff_t>(start));
+    });
+    return skip != skipWords_.end() ? skip->size() : 0;
 }
 
 // A script without blanks shows where a word begins and ends at the sentence's ends alone.

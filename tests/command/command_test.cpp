@@ -101,7 +101,8 @@ TEST_F(Command, AnswersStoresThatPythonWroteInJson) {
         std::filesystem::copy_file(std::string(LUNABROOK_TEST_DATA "/rings-") + form + ".plist", storeFile(),
                                    std::filesystem::copy_options::overwrite_existing);
         EXPECT_EQ(
-            run("ask --json sleep-rings --locale de_DE", " --now 2026-06-10T08:30:00Z --time-zone Europe/Berlin ")
+            run("ask --json sleep-rings --locale de_DE",
+                " --now 2026-06-10T08:30Z --time-zone Europe/Berlin --language en ")
                 .output,
             R"({"intent":"SleepRingsIntent","code":4,"response":"2 sleep rings closed. Today's sleep rating is 88%.",)"
             R"("dictionary":"{\"Sleep%\":\"94\", \"REM%\":\"110\", \"Deep%\": \"57\", \"bpm%\":\"102\", )"
