@@ -393,10 +393,14 @@ TEST_F(Command, AnswersEachLineOfItsInput) {
 
 TEST_F(Command, TalksToAPersonAtATerminal) {
     writeFile(inFolder("said"), "good night\nlights on\nhelp\nquit\nreadiness\n");
-    const Ended talk = shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" +
-                             preferences().string() + "'" + kPinned + "ask\" /dev/null <'" + inFolder("said") + "'");
+    writeFile(inFolder("bundle/en.lproj/Localizable.strings"), "\"Good Night\" = \"Good\\U001b[2JNight\";");
+    writeFile(inFolder("bundle/en.lproj/Sentences.yaml"), readFile(LUNABROOK_RESOURCES "/en.lproj/Sentences.yaml"));
+    writeFile(inFolder("bundle/Intents.json"), readFile(LUNABROOK_RESOURCES "/Intents.json"));
+    const Ended talk =
+        shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" + preferences().string() + "'" +
+              kPinned + " --bundle '" + inFolder("bundle") + "' ask\" /dev/null <'" + inFolder("said") + "'");
     EXPECT_EQ(talk.status, 2);
-    EXPECT_THAT(talk.output, AllOf(HasSubstr("Good Night\r\n"), HasSubstr("no intent answers to \"lights on\""),
+    EXPECT_THAT(talk.output, AllOf(HasSubstr("Good\uFFFD[2JNight\r\n"), HasSubstr("no intent answers to \"lights on\""),
                                    HasSubstr("sleep-rings        Sleep Rings"), testing::Not(HasSubstr("No Data"))));
     EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
 }
