@@ -13,6 +13,7 @@
 #include "host/fault_list.h"
 #include "metrics/store_keys.h"
 #include "platform/device/standard_output.h"
+#include "platform/text/display_width.h"
 
 namespace lunabrook {
 
@@ -226,7 +227,7 @@ ExitStatus parseAndRun(int argc, char** argv) {
 
 ExitStatus complain(const std::string& what) {
     std::cout.flush();
-    std::cerr << "lunabrook: " << what << "\n";
+    std::cerr << "lunabrook: " << escapedText(what) << "\n";
     return ExitStatus::wrongCall;
 }
 

@@ -55,9 +55,7 @@ std::string unexpectedText(const std::vector<const CLI::App*>& verbs, const std:
                                      [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
     if (option != extras.end()) {
         const std::string name = option->substr(0, option->find('='));
-        const bool isPlain =
-            std::all_of(name.begin(), name.end(), [](char letter) { return letter > ' ' && letter < '\x7f'; });
-        return "there is no option " + (isPlain ? name : quotedText(name)) + suggestion(name, optionNames(verbs));
+        return "there is no option " + name + suggestion(name, optionNames(verbs));
     }
     const std::vector<KnownName> inner = verbNames(*verbs.back());
     const std::string word = quotedText(extras.front());
@@ -150,7 +148,7 @@ std::optional<int> exitAfterParsing(CLI::App& app, int argc, char** argv, Standa
             return output.finish() == 0 ? 0 : 1;
         }
         constexpr int kWrongCall = 2;
-        std::cerr << app.get_name() << ": " << wrongCallText(app, error) << "\n";
+        std::cerr << app.get_name() << ": " << escapedText(wrongCallText(app, error)) << "\n";
         return kWrongCall;
     }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iostream>
 
+#include "platform/text/display_width.h"
+
 namespace lunabrook {
 
 FaultListener FaultList::listener() {
@@ -17,8 +19,8 @@ void FaultList::tell(std::string_view program) {
     std::cout.flush();
     for (; told_ < faults_.size(); ++told_) {
         const Fault& fault = faults_[told_];
-        std::cerr << program << ": " << fault.file.string()
-                  << (fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "") << " " << fault.what << "\n";
+        const std::string line = fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "";
+        std::cerr << program << ": " << escapedText(fault.file.string() + line + " " + fault.what) << "\n";
     }
 }
 

@@ -288,6 +288,7 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"store import", "store import needs a FILE"},
         {"store import /nowhere", "\"/nowhere\" cannot be read: No such file or directory"},
         {"--bundle /nowhere today", "--bundle names no folder: \"/nowhere\""},
+        {"\"$(printf -- '--a\\033b')\" today", "there is no option --a\\x1bb"},
         {"--preferences /dev/null today", "the store's folder is a file: \"/dev/null\""},
         {"ask \"$(printf 'a\\033[2Jb')\"", "answers to \"a\\x1b[2Jb\""},
         // Nothing is answered when one of several is unclear.

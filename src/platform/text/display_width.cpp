@@ -11,7 +11,6 @@ namespace {
 
 constexpr UChar32 kZeroWidthJoiner = 0x200D;
 constexpr UChar32 kEmojiSelector = 0xFE0F;
-constexpr std::size_t kMostBytesQuoted = 1000;  // more than any 60 columns that somebody reads
 
 bool isWide(UChar32 character) {
     const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
@@ -92,12 +91,11 @@ std::string textFittedTo(std::string_view text, int columns) {
     return std::string(text);
 }
 
-std::string quotedText(std::string_view text) {
-    constexpr int kMostColumns = 60;
+std::string escapedText(std::string_view text) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::string shown;
     const auto* units = reinterpret_cast<const std::uint8_t*>(text.data());
-    for (std::size_t start = 0, end = 0; end < text.size() && shown.size() <= kMostBytesQuoted; start = end) {
+    for (std::size_t start = 0, end = 0; end < text.size(); start = end) {
         UChar32 character = 0;
         U8_NEXT(units, end, text.size(), character);
         if (character == '\n' || character == '\t') {
@@ -110,7 +108,13 @@ std::string quotedText(std::string_view text) {
             }
         }
     }
-    return "\"" + textFittedTo(shown, kMostColumns) + "\"";
+    return shown;
+}
+
+std::string quotedText(std::string_view text) {
+    constexpr int kMostColumns = 60;
+    constexpr std::size_t kMostBytes = 1000;  // more than anybody reads in 60 columns
+    return "\"" + textFittedTo(escapedText(text.substr(0, kMostBytes)), kMostColumns) + "\"";
 }
 
 }  // namespace lunabrook

@@ -16,8 +16,11 @@ std::string withoutControls(std::string_view text);
 // The text, or as much of it as fits before "…" into so many columns (at least 1).
 std::string textFittedTo(std::string_view text, int columns);
 
-// As a message quotes it: control characters and what is no text as escapes, and at most 60 columns of it.
-// "a\x1b[2J" -> "\"a\\x1b[2J\""
+// With escapes for control characters and for what is no text: "a\x1b[2J" -> "a\\x1b[2J". For messages, which may hold
+// what somebody typed or named a file.
+std::string escapedText(std::string_view text);
+
+// The same between quotation marks, and at most 60 columns of it.
 std::string quotedText(std::string_view text);
 
 }  // namespace lunabrook

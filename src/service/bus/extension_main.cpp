@@ -11,6 +11,7 @@
 #include "host/device_option_flags.h"
 #include "platform/device/event_waiter.h"
 #include "platform/device/standard_output.h"
+#include "platform/text/display_width.h"
 #include "service/bus/intents_service.h"
 
 namespace lunabrook {
@@ -39,7 +40,7 @@ struct Call {
 };
 
 Status complain(Status status, const std::string& what) {
-    std::cerr << kIntentsServiceProgram << ": " << what << "\n";
+    std::cerr << kIntentsServiceProgram << ": " << escapedText(what) << "\n";
     return status;
 }
 

@@ -41,7 +41,7 @@ struct Call {
 };
 
 Status complain(Status status, const std::string& what) {
-    std::cerr << kProgram << ": " << what << "\n";
+    std::cerr << kProgram << ": " << escapedText(what) << "\n";
     return status;
 }
 
