@@ -4,16 +4,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <functional>
-#include <iostream>
 #include <system_error>
 
 #include "command/verbs.h"
 #include "host/call_parser.h"
 #include "host/device_option_flags.h"
 #include "host/fault_list.h"
+#include "host/message.h"
 #include "metrics/store_keys.h"
 #include "platform/device/standard_output.h"
-#include "platform/text/display_width.h"
 
 namespace lunabrook {
 
@@ -199,7 +198,7 @@ ExitStatus run(Call& call) {
 ExitStatus finish(StandardOutput& output) {
     const int error = output.finish();
     if (error != 0 && error != EPIPE) {
-        std::cerr << "lunabrook: the output cannot be written: " << std::generic_category().message(error) << "\n";
+        complain("the output cannot be written: " + std::generic_category().message(error));
     }
     return error != 0 ? ExitStatus::failed : ExitStatus::answered;
 }
@@ -226,8 +225,7 @@ ExitStatus parseAndRun(int argc, char** argv) {
 }  // namespace
 
 ExitStatus complain(const std::string& what) {
-    std::cout.flush();
-    std::cerr << "lunabrook: " << escapedText(what) << "\n";
+    tell("lunabrook", what);
     return ExitStatus::wrongCall;
 }
 

@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 #include <vector>
 
+#include "host/message.h"
 #include "platform/text/display_width.h"
 #include "platform/text/near_names.h"
 
@@ -148,7 +148,7 @@ std::optional<int> exitAfterParsing(CLI::App& app, int argc, char** argv, Standa
             return output.finish() == 0 ? 0 : 1;
         }
         constexpr int kWrongCall = 2;
-        std::cerr << app.get_name() << ": " << escapedText(wrongCallText(app, error)) << "\n";
+        tell(app.get_name(), wrongCallText(app, error));
         return kWrongCall;
     }
 }

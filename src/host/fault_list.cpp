@@ -1,9 +1,8 @@
 #include "host/fault_list.h"
 
 #include <algorithm>
-#include <iostream>
 
-#include "platform/text/display_width.h"
+#include "host/message.h"
 
 namespace lunabrook {
 
@@ -16,11 +15,10 @@ FaultListener FaultList::listener() {
 }
 
 void FaultList::tell(std::string_view program) {
-    std::cout.flush();
     for (; told_ < faults_.size(); ++told_) {
         const Fault& fault = faults_[told_];
         const std::string line = fault.line > 0 ? ":" + std::to_string(fault.line) + ":" : "";
-        std::cerr << program << ": " << escapedText(fault.file.string() + line + " " + fault.what) << "\n";
+        lunabrook::tell(program, fault.file.string() + line + " " + fault.what);
     }
 }
 

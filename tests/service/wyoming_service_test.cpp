@@ -7,6 +7,7 @@
 #include <future>
 
 #include "support/shell.h"
+#include "support/shipped_languages.h"
 #include "support/test_device.h"
 #include "wyoming_client.h"
 
@@ -59,7 +60,7 @@ void expectConversation(const std::string& uri) {
                     described.at("attribution").at("url").is_string())
             << described;
     }
-    EXPECT_EQ(program.at("models").at(0).at("languages"), json({"en"}));
+    EXPECT_EQ(program.at("models").at(0).at("languages"), json(test::shippedLanguages()));
     EXPECT_FALSE(program.at("supports_handled_streaming").get<bool>());
     EXPECT_FALSE(program.at("supports_home_control").get<bool>());
 
@@ -70,6 +71,8 @@ void expectConversation(const std::string& uri) {
     ASSERT_TRUE(handled);
     EXPECT_EQ(handled->type, "handled");
     EXPECT_EQ(handled->data, json({{"text", kAsleep}, {"context", context}}));
+    EXPECT_EQ(client.say("Wie fit bin ich heute?", "de"), "Tagesform: gut.");
+    EXPECT_EQ(client.say("今日のコンディションは？", "ja-JP"), "今日のコンディション: 良い.");
     EXPECT_EQ(client.say("Turn off the kitchen lights"), kSorry);
     EXPECT_EQ(client.say(""), kSorry);
     const auto pong = client.ask({.type = "ping", .data = {{"text", "are you there?"}}});
@@ -184,7 +187,9 @@ TEST_F(WyomingService, EndsAConnectionThatSaysNothingMore) {
 
 // Times of day tell locales apart: 21:51, 9:51 PM, 21.51.
 TEST_F(WyomingService, SpeaksTheLanguageOfTheSentence) {
-    std::filesystem::copy(LUNABROOK_RESOURCES, inFolder("bundle"), std::filesystem::copy_options::recursive);
+    std::filesystem::create_directory(inFolder("bundle"));
+    std::filesystem::copy(LUNABROOK_RESOURCES "/Intents.json", inFolder("bundle"));
+    std::filesystem::copy(LUNABROOK_RESOURCES "/en.lproj", inFolder("bundle/en.lproj"));
     for (const std::string language : {"da", "de", "es-US", "tlh"}) {
         writeFile(folder_.path() / "bundle" / (language + ".lproj") / "Localizable.strings",
                   "\"Try to be in bed by %@\" = \"" + language + " %@\"; \"Sorry, I have no answer to that.\" = \"" +

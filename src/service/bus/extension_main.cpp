@@ -3,15 +3,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
-#include <iostream>
 #include <memory>
 #include <optional>
 
 #include "host/call_parser.h"
 #include "host/device_option_flags.h"
+#include "host/message.h"
 #include "platform/device/event_waiter.h"
 #include "platform/device/standard_output.h"
-#include "platform/text/display_width.h"
 #include "service/bus/intents_service.h"
 
 namespace lunabrook {
@@ -40,23 +39,16 @@ struct Call {
 };
 
 Status complain(Status status, const std::string& what) {
-    std::cerr << kIntentsServiceProgram << ": " << escapedText(what) << "\n";
+    tell(kIntentsServiceProgram, what);
     return status;
 }
 
-// Nil when the arguments are fine; what of the environment falls back is told.
+// Nil when the arguments are fine.
 std::optional<std::string> whatIsWrong(const Call& call) {
     if (!(call.idleSeconds >= 0 && call.idleSeconds <= kMostIdleSeconds)) {
         return "--idle-seconds takes 0 to 86400 seconds";
     }
-    const auto found = findDevice(call.device);
-    if (const auto* wrong = std::get_if<WrongCall>(&found)) {
-        return wrong->what;
-    }
-    for (const std::string& note : std::get<FoundDevice>(found).notes) {
-        complain(kLeft, note);
-    }
-    return std::nullopt;
+    return whatIsWrongWithDevice(kIntentsServiceProgram, call.device);
 }
 
 // Until a stop is asked for or nothing came for the idle time.

@@ -3,11 +3,11 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 #include <system_error>
 
 #include "host/call_parser.h"
 #include "host/device_option_flags.h"
+#include "host/message.h"
 #include "platform/device/standard_output.h"
 #include "platform/text/display_width.h"
 #include "service/wyoming/connection.h"
@@ -41,11 +41,11 @@ struct Call {
 };
 
 Status complain(Status status, const std::string& what) {
-    std::cerr << kProgram << ": " << escapedText(what) << "\n";
+    tell(kProgram, what);
     return status;
 }
 
-// Nil when the arguments are fine; what of the environment falls back is told.
+// Nil when the arguments are fine.
 std::optional<std::string> whatIsWrong(const Call& call) {
     if (!(call.idleSeconds > 0 && call.idleSeconds <= kMostIdleSeconds)) {
         return "--idle-seconds takes more than 0 and at most 86400 seconds";
@@ -54,14 +54,7 @@ std::optional<std::string> whatIsWrong(const Call& call) {
         return "--uri is no address: " + quotedText(call.uri) +
                "; say one like stdio://, tcp://127.0.0.1:10620, tcp://[::1]:10620 or unix:///PATH";
     }
-    const auto found = findDevice(call.device);
-    if (const auto* wrong = std::get_if<WrongCall>(&found)) {
-        return wrong->what;
-    }
-    for (const std::string& note : std::get<FoundDevice>(found).notes) {
-        complain(kLeft, note);
-    }
-    return std::nullopt;
+    return whatIsWrongWithDevice(kProgram, call.device);
 }
 
 class Server {
