@@ -7,7 +7,7 @@
 #include "metrics/sleep_bank.h"
 #include "metrics/store_keys.h"
 #include "platform/device/user_defaults.h"
-#include "platform/files/private/whole_file.h"
+#include "platform/files/file_bytes.h"
 #include "platform/files/property_list.h"
 #include "platform/text/display_width.h"
 
@@ -79,11 +79,11 @@ ExitStatus showStore(const Device& device, const std::string& key) {
 }
 
 ExitStatus importStore(const Device& device, const std::string& file) {
-    std::string bytes;
-    const FileDescriptor opened(file, O_RDONLY);
-    if (!opened.isOpen() || !readAll(opened, kMaximumPropertyListBytes, bytes)) {
-        return complain(quotedText(file) + " cannot be read: " + lastErrorText() + "; nothing was imported");
+    const auto read = bytesOfFile(file, kMaximumPropertyListBytes);
+    if (const auto* unreadable = std::get_if<UnreadableFile>(&read)) {
+        return complain(quotedText(file) + " cannot be read: " + unreadable->why + "; nothing was imported");
     }
+    const auto& bytes = std::get<std::string>(read);
     const auto contents = dictionaryFromPropertyList(bytes);
     if (const auto* damage = std::get_if<std::string>(&contents)) {
         return complain(quotedText(file) + " " + *damage + "; nothing was imported");

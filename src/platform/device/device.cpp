@@ -1,6 +1,6 @@
 #include "platform/device/device.h"
 
-#include "platform/files/suite_file.h"
+#include "platform/files/private/suite_file.h"
 
 namespace lunabrook {
 

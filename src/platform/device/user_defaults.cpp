@@ -1,7 +1,7 @@
 #include "platform/device/user_defaults.h"
 
+#include "platform/files/private/suite_file.h"
 #include "platform/files/property_list.h"
-#include "platform/files/suite_file.h"
 
 namespace lunabrook {
 

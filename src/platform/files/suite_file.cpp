@@ -1,4 +1,4 @@
-#include "platform/files/suite_file.h"
+#include "platform/files/private/suite_file.h"
 
 #include <thread>
 #include <utility>

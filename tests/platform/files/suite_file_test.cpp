@@ -1,4 +1,4 @@
-#include "platform/files/suite_file.h"
+#include "platform/files/private/suite_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -101,7 +101,7 @@ TEST_F(SuiteFileTest, OwnerAndModeOfAStoreStay) {
 }
 
 TEST_F(SuiteFileTest, FolderIsPrivateWhateverTheMask) {
-    for (const mode_t mask : {0000, 0777}) {
+    for (const mode_t mask : {0000U, 0777U}) {
         const std::string name = "mask" + std::to_string(mask);
         const mode_t before = umask(mask);
         EXPECT_EQ(suite(name + "/inner/store.plist").change(kSetNew), Change::written);
