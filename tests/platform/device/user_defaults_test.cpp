@@ -2,10 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <utility>
 
 #include "platform/files/property_list.h"
@@ -111,57 +108,6 @@ TEST(UserDefaults, QuestionDropsItsWrites) {
     EXPECT_TRUE(defaults.setObject("name", "y"));
     EXPECT_EQ(readFile(device.storeFile()), kXmlStore);
     EXPECT_FALSE(std::filesystem::exists(device.storeFile().string() + ".lock"));
-}
-
-// Runs in a process of its own; the process's exit status is what the body returns.
-template <class Body>
-pid_t startProcess(Body body) {
-    const pid_t child = fork();
-    if (child == 0) {
-        _exit(body());
-    }
-    return child;
-}
-
-int exitStatus(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-TEST(UserDefaults, TwoWritersLoseNothingAndAReaderNeverSeesABrokenStore) {
-    constexpr int kKeys = 1000;
-    TestDevice device;
-    device.store({{"untouched", "stays"}});
-    const auto writer = [&device, kKeys](const std::string& prefix) {
-        return startProcess([&device, kKeys, &prefix] {
-            UserDefaults defaults(device, kSuite);
-            bool allWritten = true;
-            for (int key = 0; key < kKeys; ++key) {
-                allWritten = defaults.setObject(prefix + std::to_string(key), key) && allWritten;
-            }
-            return allWritten && device.faults().empty() ? 0 : 1;
-        });
-    };
-    const pid_t first = writer("first");
-    const pid_t second = writer("second");
-    const pid_t reader = startProcess([&device, kKeys] {
-        const UserDefaults defaults(device, kSuite);
-        while (defaults.contents()->size() < 2 * kKeys + 1) {
-            if (!defaults.objectForKey("untouched") || !device.faults().empty() || getppid() == 1) {
-                return 1;
-            }
-        }
-        return 0;
-    });
-    EXPECT_EQ(exitStatus(first), 0);
-    EXPECT_EQ(exitStatus(second), 0);
-    const std::size_t kept = device.stored().size();
-    EXPECT_EQ(kept, 2U * kKeys + 1);
-    if (kept != 2U * kKeys + 1) {
-        kill(reader, SIGKILL);  // it waits for keys that were lost
-    }
-    EXPECT_EQ(exitStatus(reader), 0);
 }
 
 }  // namespace
