@@ -1,21 +1,14 @@
 // Bytes -> list -> bytes -> list: nothing may crash, and what was written is what was read.
-//
-//   cmake --preset fuzz && cmake --build --preset fuzz
-//   mkdir -p build/corpus && build/fuzz/fuzz_property_list -rss_limit_mb=8000 build/corpus tests/data
-
-#include <cstdint>
-#include <cstdlib>
 
 #include "platform/files/property_list.h"
+#include "fuzz.h"
 
 namespace lunabrook {
 namespace {
 
-void require(bool isTrue) {
-    if (!isTrue) {
-        std::abort();
-    }
-}
+constexpr std::string_view kSame = "what was written is what was read";
+
+void require(bool isTrue) { fuzz::require(isTrue, kSame); }
 
 // The values of a list written anew, or why they cannot be; comparable where a NaN is not.
 std::string written(const Dictionary& dictionary) {
@@ -53,7 +46,4 @@ void test(std::string_view bytes) {
 }  // namespace
 }  // namespace lunabrook
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    lunabrook::test({reinterpret_cast<const char*>(data), size});
-    return 0;
-}
+LUNABROOK_FUZZ_TARGET(lunabrook::test)

@@ -19,7 +19,7 @@ constexpr std::string_view kWristTempToday = "wristTempTodayValue";
 constexpr std::string_view kWristTempAverage = "wristTempAverage28";
 constexpr std::string_view kWristTempScore = "wristTempScore";  // passed through unchanged
 
-constexpr double kMarkedChange = 0.01;
+constexpr double kMarkedDegrees = 0.01;
 
 struct Difference {
     std::string label;
@@ -32,11 +32,11 @@ Difference differenceTexts(const Device& device, double difference, const std::s
         return localizedStringWithFormat(device.locale(), format, {value});
     };
     const std::string sentence = device.localizedString("Today's temperature is %@. %@ %@ baseline.");
-    if (difference >= kMarkedChange) {
+    if (difference >= kMarkedDegrees) {
         return {degrees("%.2f°↗", difference),
                 stringWithFormat(sentence, {today, degrees("+%.2f°", difference), device.localizedString("above")})};
     }
-    if (difference <= -kMarkedChange) {
+    if (difference <= -kMarkedDegrees) {
         return {degrees("%.2f°↘", -difference),
                 stringWithFormat(sentence, {today, degrees("%.2f°", difference), device.localizedString("below")})};
     }

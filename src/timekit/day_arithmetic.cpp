@@ -12,7 +12,6 @@ namespace lunabrook {
 namespace {
 
 constexpr std::int64_t kDefaultNightHour = 21;
-constexpr double kHourSeconds = 3600.0;
 constexpr std::int64_t kDayAnchorHour = 4;        // after the clocks have changed
 constexpr std::int64_t kCountedBackHour = 3;      // of days and months that are counted back
 constexpr double kShortMorningSeconds = 21240.0;  // 5 h 54 min

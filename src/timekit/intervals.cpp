@@ -12,7 +12,6 @@ namespace {
 using namespace calendar_unit;
 
 constexpr double kMinuteSeconds = 60.0;
-constexpr double kHourSeconds = 3600.0;
 constexpr double kWeekSeconds = 7.0 * kDaySeconds;
 
 struct Settings {

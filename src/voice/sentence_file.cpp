@@ -11,7 +11,7 @@ namespace lunabrook {
 
 namespace {
 
-using Kind = YamlNode::Kind;
+using NodeKind = YamlNode::Kind;
 
 bool isIntent(const std::string& className) {
     const auto& routes = intentRoutes();
@@ -38,7 +38,7 @@ public:
 
 private:
     void readRules(const YamlNode& root) {
-        const YamlNode* rules = optionalAt(root, "expansion_rules", Kind::map);
+        const YamlNode* rules = optionalAt(root, "expansion_rules", NodeKind::map);
         for (std::size_t i = 0; rules != nullptr && i < rules->parts.size(); ++i) {
             file_.rules.push_back({rules->keys[i], templateFrom(rules->parts[i])});
         }
@@ -49,7 +49,7 @@ private:
     }
 
     void readIntents(const YamlNode& root) {
-        const YamlNode* intents = requiredAt(root, "intents", Kind::map);
+        const YamlNode* intents = requiredAt(root, "intents", NodeKind::map);
         for (std::size_t i = 0; intents != nullptr && i < intents->parts.size(); ++i) {
             const YamlNode& definition = intents->parts[i];
             SentenceFile::Intent& intent = file_.intents.emplace_back();
@@ -57,7 +57,7 @@ private:
             if (!isIntent(intent.className)) {
                 refuse(definition.line, "has sentences for \"" + intent.className + "\", which is no intent");
             }
-            const YamlNode* data = requiredAt(definition, "data", Kind::list);
+            const YamlNode* data = requiredAt(definition, "data", NodeKind::list);
             for (std::size_t entry = 0; data != nullptr && entry < data->parts.size(); ++entry) {
                 intent.entries.push_back(entryFrom(data->parts[entry]));
             }
@@ -66,7 +66,7 @@ private:
 
     SentenceFile::Entry entryFrom(const YamlNode& node) {
         SentenceFile::Entry entry;
-        const YamlNode* sentences = requiredAt(node, "sentences", Kind::list);
+        const YamlNode* sentences = requiredAt(node, "sentences", NodeKind::list);
         if (sentences != nullptr && sentences->parts.empty()) {
             refuse(sentences->line, "has an entry without sentences");
         }
@@ -89,14 +89,14 @@ private:
     }
 
     void readSkipWords(const YamlNode& root) {
-        const YamlNode* words = optionalAt(root, "skip_words", Kind::list);
+        const YamlNode* words = optionalAt(root, "skip_words", NodeKind::list);
         for (std::size_t i = 0; words != nullptr && i < words->parts.size(); ++i) {
             file_.skipWords.push_back(textOf(words->parts[i]));
         }
     }
 
     void readSettings(const YamlNode& root) {
-        const YamlNode* settings = optionalAt(root, "settings", Kind::map);
+        const YamlNode* settings = optionalAt(root, "settings", NodeKind::map);
         const YamlNode* ignored = settings != nullptr ? settings->find("ignore_whitespace") : nullptr;
         if (ignored != nullptr) {
             const std::string& answer = textOf(*ignored);
@@ -116,17 +116,17 @@ private:
         return std::get<SentenceTemplate>(std::move(read));
     }
 
-    const YamlNode* optionalAt(const YamlNode& map, const char* key, Kind kind) {
+    const YamlNode* optionalAt(const YamlNode& map, const char* key, NodeKind kind) {
         const YamlNode* found = map.find(key);
         if (found != nullptr && found->kind != kind) {
-            refuse(found->line, std::string("has something else than a ") + (kind == Kind::map ? "map" : "list") +
+            refuse(found->line, std::string("has something else than a ") + (kind == NodeKind::map ? "map" : "list") +
                                     " under \"" + key + "\"");
             return nullptr;
         }
         return found;
     }
 
-    const YamlNode* requiredAt(const YamlNode& map, const char* key, Kind kind) {
+    const YamlNode* requiredAt(const YamlNode& map, const char* key, NodeKind kind) {
         if (map.find(key) == nullptr) {
             refuse(map.line, std::string("lacks \"") + key + "\"");
         }
@@ -135,13 +135,13 @@ private:
 
     void textAt(const YamlNode& map, const char* key) {
         const YamlNode* found = map.find(key);
-        if (found == nullptr || found->kind != Kind::text) {
+        if (found == nullptr || found->kind != NodeKind::text) {
             refuse(map.line, std::string("lacks \"") + key + "\"");
         }
     }
 
     const std::string& textOf(const YamlNode& node) {
-        if (node.kind != Kind::text || node.text.empty()) {
+        if (node.kind != NodeKind::text || node.text.empty()) {
             refuse(node.line, "has no text where one is due");
         }
         return node.text;

@@ -14,7 +14,7 @@ namespace lunabrook {
 
 namespace {
 
-using Kind = YamlNode::Kind;
+using NodeKind = YamlNode::Kind;
 
 constexpr std::size_t kDeepestNode = 32;
 
@@ -87,25 +87,25 @@ public:
         }
     }
     void OnDocumentEnd() override {}
-    void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override { add(Kind::text, mark, anchor, ""); }
+    void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override { add(NodeKind::text, mark, anchor, ""); }
     void OnAlias(const YAML::Mark& mark, YAML::anchor_t) override { refuse(lineOf(mark), "has an alias"); }
     void OnScalar(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor, const std::string& text) override {
         const auto value = text == kShort ? values_.find(lineOf(mark)) : values_.end();
         if (value == values_.end()) {
-            add(Kind::text, mark, anchor, text);
+            add(NodeKind::text, mark, anchor, text);
         } else {
-            add(Kind::text, mark, anchor, std::string(value->second));
+            add(NodeKind::text, mark, anchor, std::string(value->second));
             values_.erase(value);
         }
     }
     void OnSequenceStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
                          YAML::EmitterStyle::value) override {
-        add(Kind::list, mark, anchor, "");
+        add(NodeKind::list, mark, anchor, "");
     }
     void OnSequenceEnd() override { close(); }
     void OnMapStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
                     YAML::EmitterStyle::value) override {
-        add(Kind::map, mark, anchor, "");
+        add(NodeKind::map, mark, anchor, "");
     }
     void OnMapEnd() override { close(); }
 
@@ -116,7 +116,7 @@ private:
         std::set<std::string> keys;
     };
 
-    void add(Kind kind, const YAML::Mark& mark, YAML::anchor_t anchor, const std::string& text) {
+    void add(NodeKind kind, const YAML::Mark& mark, YAML::anchor_t anchor, const std::string& text) {
         if (anchor != 0) {
             refuse(lineOf(mark), "has an anchor");
         }
@@ -134,17 +134,17 @@ private:
         node->kind = kind;
         node->line = lineOf(mark);
         node->text = text;
-        if (kind != Kind::text) {
+        if (kind != NodeKind::text) {
             open_.push_back({node, true, {}});
         }
     }
 
-    bool takesKey(Kind kind, const YAML::Mark& mark, const std::string& text) {
-        if (open_.empty() || open_.back().node->kind != Kind::map || !open_.back().awaitsKey) {
+    bool takesKey(NodeKind kind, const YAML::Mark& mark, const std::string& text) {
+        if (open_.empty() || open_.back().node->kind != NodeKind::map || !open_.back().awaitsKey) {
             return false;
         }
-        if (kind != Kind::text || !open_.back().keys.insert(text).second) {
-            refuse(lineOf(mark), kind == Kind::text ? "has a key twice" : "has a key that is no text");
+        if (kind != NodeKind::text || !open_.back().keys.insert(text).second) {
+            refuse(lineOf(mark), kind == NodeKind::text ? "has a key twice" : "has a key that is no text");
         }
         open_.back().awaitsKey = false;
         open_.back().node->keys.push_back(text);

@@ -9,13 +9,11 @@ namespace lunabrook {
 
 namespace {
 
-bool isApostrophe(UChar32 character) { return character == U'\'' || character == U'\u2019'; }
-
 // Apostrophes, modifier letters and combining marks belong to the character before them: they neither begin nor end a
 // word.
 bool isPartOfTheCharacterBefore(UChar32 character) {
     constexpr uint32_t kMarks = U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK | U_GC_LM_MASK;
-    return isApostrophe(character) || (U_GET_GC_MASK(character) & kMarks) != 0;
+    return character == U'\'' || character == U'\u2019' || (U_GET_GC_MASK(character) & kMarks) != 0;
 }
 
 }  // namespace

@@ -13,8 +13,6 @@ namespace lunabrook {
 
 namespace {
 
-constexpr double kMillisecondsPerSecond = 1000.0;
-
 // Outside quoted text.
 bool hasZoneField(std::string_view pattern) {
     bool isQuoted = false;
@@ -34,7 +32,7 @@ icu::UnicodeString comparable(icu::UnicodeString text) {
     icu::UnicodeString plain;
     for (int32_t index = 0; index < text.length(); index = text.moveIndex32(index, 1)) {
         const UChar32 character = text.char32At(index);
-        plain.append(u_isdigit(character) ? static_cast<UChar32>(U'0' + u_charDigitValue(character)) : character);
+        plain.append(u_isdigit(character) ? UChar32{U'0'} + u_charDigitValue(character) : character);
     }
     return plain;
 }

@@ -52,7 +52,6 @@ std::optional<std::string> iso8601StringFromDate(Date date, const TimeZone& time
 }
 
 std::optional<std::string> iso8601MillisecondsFromDate(Date date) {
-    constexpr double kMillisecondsPerSecond = 1000.0;
     const double milliseconds = std::nearbyint(secondsSince1970(date) * kMillisecondsPerSecond);
     const double seconds = std::floor(milliseconds / kMillisecondsPerSecond);
     const auto wall = TimeZone::utc().componentsFromDate(dateFromSecondsSince1970(seconds));

@@ -85,9 +85,9 @@ std::optional<ZoneRules> ZoneRules::fromFile(const std::filesystem::path& file) 
     }
     rules.zone_ = *zone;
     if (absl::TimeZone::CivilTransition last; listed && zone->PrevTransition(absl::InfiniteFuture(), &last)) {
-        constexpr int kDaySeconds = 86400;  // more than any zone's clocks are moved
+        constexpr int kMostMoved = 86400;  // seconds: more than any zone's clocks are moved
         rules.listedUntil_ = zone->At(last.to).trans;
-        rules.listedUntilWall_ = last.to - kDaySeconds;
+        rules.listedUntilWall_ = last.to - kMostMoved;
     }
     return rules;
 }

@@ -12,6 +12,8 @@ namespace lunabrook {
 using TimeInterval = std::chrono::duration<double>;
 using Date = std::chrono::time_point<std::chrono::system_clock, TimeInterval>;
 
+inline constexpr double kMillisecondsPerSecond = 1000.0;
+inline constexpr double kHourSeconds = 3600.0;
 inline constexpr double kDaySeconds = 86400.0;
 
 constexpr Date dateFromSecondsSince1970(double seconds) { return Date{TimeInterval{seconds}}; }

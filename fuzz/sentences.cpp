@@ -1,0 +1,67 @@
+// A sentence in the first line, what may be said below it: a file of sentences, or a template a line. Without anything
+// below it, what is shipped is asked.
+
+#include "fuzz.h"
+#include "voice/sentence_book.h"
+
+#ifndef LUNABROOK_RESOURCES
+#error "the folder with the shipped sentences"
+#endif
+
+namespace lunabrook {
+namespace {
+
+using fuzz::require;
+
+std::string fileWith(std::string_view templates) {
+    std::string yaml = "language: en\nintents:\n  ReadinessIntent:\n    data:\n      - sentences:\n";
+    while (!templates.empty()) {
+        const std::size_t end = std::min(templates.find('\n'), templates.size());
+        yaml += "          - '";
+        for (const char character : templates.substr(0, end)) {
+            yaml += character == '\'' ? "''" : std::string(1, character);
+        }
+        yaml += "'\n";
+        templates.remove_prefix(std::min(end + 1, templates.size()));
+    }
+    return yaml + "expansion_rules:\n  a: '(a|b)[c]'\n  b: '<a> <a>'\nskip_words: ['please', 'hey you']\n";
+}
+
+void say(const SentenceBook& book, std::string_view sentence) {
+    const std::string essential = book.essential(sentence);
+    for (const std::string& name : book.classesSaidAs(sentence)) {
+        require(!name.empty(), "an intent has a name");
+    }
+    require(book.essential(essential).size() <= essential.size(), "what is essential gets no longer");
+}
+
+const SentenceBook& shipped() {
+    static const SentenceBook book = [] {
+        std::ifstream stream(LUNABROOK_RESOURCES "/en.lproj/Sentences.yaml", std::ios::binary);
+        const std::string yaml(std::istreambuf_iterator<char>(stream), {});
+        return SentenceBook({"en", std::get<SentenceFile>(sentenceFileFromText(yaml))});
+    }();
+    return book;
+}
+
+void test(std::string_view bytes) {
+    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+    const std::string_view sentence = bytes.substr(0, end);
+    const std::string_view below = bytes.substr(std::min(end + 1, bytes.size()));
+    if (below.empty()) {
+        say(shipped(), sentence);
+        return;
+    }
+    const auto file = sentenceFileFromText(below.starts_with("language:") ? std::string(below) : fileWith(below));
+    if (const auto* sentences = std::get_if<SentenceFile>(&file)) {
+        say(SentenceBook({"en", *sentences}), sentence);
+        say(SentenceBook({"sv", *sentences}, SpokenText::Variants::kept), sentence);
+    } else {
+        require(!std::get<Damage>(file).what.empty(), "damage says what is wrong");
+    }
+}
+
+}  // namespace
+}  // namespace lunabrook
+
+LUNABROOK_FUZZ_TARGET(lunabrook::test)
