@@ -30,10 +30,11 @@ Device::Settings settingsOf(const char* folder) {
             .preferredLanguages = {},
             .bundle = {},
             .preferences = folder,
-            .faults = [](const Fault& fault) {
-                std::cerr << fault.file.string() << " " << fault.what << "\n";
-                isWrong = true;
-            }};
+            .faults =
+                [](const Fault& fault) {
+                    std::cerr << fault.file.string() << " " << fault.what << "\n";
+                    isWrong = true;
+                }};
 }
 
 void write(const char* folder, const std::string& name, int count) {

@@ -27,7 +27,7 @@ StandardOutput::~StandardOutput() {
 }
 
 int StandardOutput::finish() {
-    sync();
+    StandardOutput::sync();  // by its name, since the destructor comes here too
     return error_;
 }
 
