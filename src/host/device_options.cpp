@@ -49,7 +49,7 @@ std::filesystem::path bundleFolder(const std::string& option) {
 
 // "sr_RS.UTF-8@latin" is "sr_Latn_RS", "de_DE@euro" is "de_DE"; "C" and "POSIX" mean American English.
 std::string localeIdentifier(const std::string& name) {
-    const std::string locale = name.substr(0, name.find_first_of(".@"));
+    std::string locale = name.substr(0, name.find_first_of(".@"));
     if (locale == "C" || locale == "POSIX") {
         return "en_US";
     }

@@ -61,7 +61,7 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader)
     constexpr int kAttempts = 8;
     constexpr std::chrono::milliseconds kPause(25);
     for (int attempt = 1;; ++attempt) {
-        const auto damage = loadOnce(loaded, reader);
+        auto damage = loadOnce(loaded, reader);
         if (!damage && loaded.identity == identityOf(file_)) {
             return damage;
         }
