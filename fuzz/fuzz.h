@@ -22,16 +22,18 @@ inline void require(bool isTrue, std::string_view promise) {
     }
 }
 
-// In memory where that is possible; one for each process, and left to the next run.
-inline std::filesystem::path folder() {
-    static const std::filesystem::path made = [] {
-        const std::filesystem::path memory = "/dev/shm";
-        std::filesystem::path path = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
-        path /= "lunabrook-fuzz-" + std::filesystem::read_symlink("/proc/self").string();
-        std::filesystem::create_directories(path);
-        return path;
-    }();
-    return made;
+// In memory where that is possible; of this process, and gone with it unless a promise was broken.
+inline const std::filesystem::path& folder() {
+    struct Folder {
+        Folder() : path(std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path()) {
+            path /= "lunabrook-fuzz-" + std::filesystem::read_symlink("/proc/self").string();
+            std::filesystem::create_directories(path);
+        }
+        ~Folder() { std::filesystem::remove_all(path); }
+        std::filesystem::path path;
+    };
+    static const Folder made;
+    return made.path;
 }
 
 inline void writeFile(const std::filesystem::path& file, std::string_view bytes) {

@@ -54,7 +54,8 @@ void read(const char* folder, int count) {
     const UserDefaults defaults(device, "group.kestrovan.Lunabrook");
     std::shared_ptr<const Dictionary> before = defaults.contents();
     int reads = 1;
-    for (; (reads < count || !isDone) && !isWrong; ++reads) {
+    const int most = 1000 * count;  // should nobody be left to say that it is time
+    for (; (reads < count || !isDone) && reads < most && !isWrong; ++reads) {
         const auto now = defaults.contents();
         for (const auto& [key, value] : *before) {
             const Value* newer = now == before ? &value : valueForKey(*now, key);
