@@ -12,9 +12,9 @@ namespace lunabrook {
 
 namespace {
 
-using Row = std::array<std::string, 3>;  // short name, title, phrase
+using Entry = std::array<std::string, 3>;  // short name, title, phrase
 
-Row rowOf(const IntentDefinition& definition) {
+Entry rowOf(const IntentDefinition& definition) {
     return {std::string(intentRouteNamed(definition.className)->shortName), definition.title,
             definition.phrases.empty() ? "" : "\"" + definition.phrases.front() + "\""};
 }
@@ -44,8 +44,8 @@ ExitStatus listIntents(const Device& device, bool asJson) {
     if (asJson) {
         return listAsJson(device);
     }
-    std::vector<Row> rows;
-    Row::size_type constexpr kPhrase = 2;
+    std::vector<Entry> rows;
+    Entry::size_type constexpr kPhrase = 2;
     std::array<int, kPhrase> widths{};
     for (const IntentDefinition& definition : intentDefinitions(device)) {
         rows.push_back(rowOf(definition));
@@ -53,7 +53,7 @@ ExitStatus listIntents(const Device& device, bool asJson) {
             widths[column] = std::max(widths[column], displayWidth(rows.back()[column]));
         }
     }
-    for (const Row& row : rows) {
+    for (const Entry& row : rows) {
         for (std::size_t column = 0; column < kPhrase; ++column) {
             const int blanks = widths[column] - displayWidth(row[column]) + 2;
             std::cout << row[column] << std::string(static_cast<std::size_t>(blanks), ' ');
