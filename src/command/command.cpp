@@ -61,7 +61,11 @@ constexpr const char* kMetricsMore =
 
 constexpr const char* kTodayMore =
     "On a terminal in colours, unless NO_COLOR is set or TERM is dumb; a narrow\n"
-    "one, down to 48 columns, loses columns. The store stays as it is.\n";
+    "one, down to 48 columns, loses columns. The store stays as it is.\n"
+    "\n"
+    "The picture is one SVG file for a browser, a dashboard or a lock screen, light\n"
+    "or dark as its viewer prefers. With --output it is replaced as a whole; a new\n"
+    "file is yours alone to read, an old one keeps its mode.\n";
 
 constexpr const char* kDemoMore =
     "The week ends this morning. A store that is there already is not touched; with\n"
@@ -77,6 +81,7 @@ struct Call {
     std::vector<std::string> names;
     bool asJson = false;
     bool again = false;
+    TodayForm today;
     std::string key;
     std::string file;
     Verb verb;
@@ -132,13 +137,26 @@ void addAsking(CLI::App& app, Call& call) {
     });
 }
 
-void addVerbs(CLI::App& app, Call& call) {
-    addAsking(app, call);
-    addVerb(app, "today", "Shows the whole morning at a glance", kTodayMore)->callback([&call] {
+void addToday(CLI::App& app, Call& call) {
+    CLI::App* today = addVerb(app, "today", "Shows the whole morning at a glance", kTodayMore);
+    today->add_flag("--svg", call.today.asPicture, "As a picture")->disable_flag_override();
+    today->add_option("--width", call.today.width, "Of the picture: 320 to 1600 pixels, else 1200")
+        ->type_name("PIXELS")
+        ->take_last();
+    today->add_option("--output", call.today.output, "For the picture; else standard output")
+        ->type_name("FILE")
+        ->take_last();
+    today->add_flag("--json", call.today.asJson, "As one object, for pictures of your own")->disable_flag_override();
+    today->callback([&call] {
         call.isQuestion = true;
         call.readsTheStore = true;
-        call.verb = showToday;
+        call.verb = [&call](const Device& device) { return showToday(device, call.today); };
     });
+}
+
+void addVerbs(CLI::App& app, Call& call) {
+    addAsking(app, call);
+    addToday(app, call);
     CLI::App* metrics = addVerb(app, "metrics", "Shows what the metrics come to, as JSON", kMetricsMore);
     metrics->add_option("NAME", call.names, "Which metrics; else all")->type_name("");
     metrics->callback([&call] {

@@ -125,12 +125,20 @@ private:
     const Device& device_;
 };
 
+bool readsFromTheRight(const std::string& language) {
+    const std::optional<Locale> locale = Locale::named(language);
+    return locale && locale->isRightToLeft();
+}
+
 }  // namespace
 
 Glance glanceAt(const Device& device) {
     const Morning morning = morningOf(device);
     const Words words(device);
+    const std::string language = device.bundle().language();
     Glance glance{
+        .language = language,
+        .isRightToLeft = readsFromTheRight(language),
         .day = morning.reportDay ? FormatTools(device).dayMonthDateYear(morning.reportDay).value_or("") : "",
         .noData = words.localized("No Data"),
         .averageName = words.localized("Average"),

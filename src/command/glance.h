@@ -76,6 +76,9 @@ struct Glance {
         std::array<Moment, 3> moments;  // tonight's bedtime, waking, the average bedtime and how it moved
     };
 
+    std::string language;  // of the texts: "de"; empty when no translation is in use
+    bool isRightToLeft = false;
+
     std::string day;  // "Wednesday, Jun 10, 2026"; empty when no calendar reaches it
     std::string noData;
     std::string averageName, rangeName, weekName;  // over the columns of the nights

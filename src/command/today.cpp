@@ -1,20 +1,14 @@
 #include "command/today.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <string_view>
 #include <vector>
 
-#include "command/glance.h"
 #include "command/page.h"
-#include "command/verbs.h"
-#include "platform/device/terminal.h"
 
 namespace lunabrook {
 
 namespace {
 
-constexpr int kWholePage = 80;
 constexpr int kNameColumns = 23;
 
 std::string repeated(const char* sign, int times) {
@@ -163,26 +157,10 @@ private:
     Page page_;
 };
 
-std::string environment(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr ? value : "";
-}
-
-// NO_COLOR is any text that is not empty, as no-color.org says.
-bool terminalHasColours() {
-    const std::string terminal = environment("TERM");
-    return standardOutputIsTerminal() && environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb";
-}
-
 }  // namespace
 
 std::string todayText(const Glance& glance, int columns, bool hasColours) {
     return GlancePage(glance, columns, hasColours).text();
-}
-
-ExitStatus showToday(const Device& device) {
-    std::cout << todayText(glanceAt(device), standardOutputColumns().value_or(kWholePage), terminalHasColours());
-    return ExitStatus::answered;
 }
 
 }  // namespace lunabrook

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,16 @@ ExitStatus askLines(const Device& device, bool asJson, const std::function<void(
 // One object: each metric's result dictionary or null; all metrics when none is named.
 ExitStatus showMetrics(const Device& device, const std::vector<std::string>& names);
 
-// The morning at a glance, with colours on a terminal unless NO_COLOR is set.
-ExitStatus showToday(const Device& device);
+// How `today` shows the morning; as it was called, so that wrong ones can be told.
+struct TodayForm {
+    bool asPicture = false;
+    bool asJson = false;
+    std::optional<std::string> width;   // of the picture, in pixels
+    std::optional<std::string> output;  // the picture's file; else standard output
+};
+
+// The morning at a glance: a page, with colours on a terminal unless NO_COLOR is set, a picture or one object.
+ExitStatus showToday(const Device& device, const TodayForm& form);
 
 // Short name, title and a phrase of each intent; with `asJson` one object a line with all that is defined.
 ExitStatus listIntents(const Device& device, bool asJson);

@@ -66,6 +66,8 @@ std::optional<Locale> Locale::named(std::string_view identifier) {
 
 const std::string& Locale::identifier() const { return data_->identifier; }
 
+bool Locale::isRightToLeft() const { return data_->locale.isRightToLeft() != 0; }
+
 std::optional<Locale> localeForLanguage(std::string_view tag, const Locale& own) {
     const auto spoken = Locale::named(tag);
     if (!spoken) {

@@ -20,6 +20,9 @@ public:
     // Canonical: "de_DE", "en_US_POSIX".
     const std::string& identifier() const;
 
+    // Of the usual script: true of "ar", "he_IL" and "az_Arab".
+    bool isRightToLeft() const;
+
     struct Data;  // known to the platform's own sources alone
     Data& data() const { return *data_; }
 

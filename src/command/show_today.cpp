@@ -1,0 +1,104 @@
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+
+#include "command/glance_json.h"
+#include "command/picture.h"
+#include "command/today.h"
+#include "command/verbs.h"
+#include "platform/device/terminal.h"
+#include "platform/files/private/whole_file.h"
+
+namespace lunabrook {
+
+namespace {
+
+constexpr int kWholePage = 80;
+
+std::string environment(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
+// NO_COLOR is any text that is not empty, as no-color.org says.
+bool terminalHasColours() {
+    const std::string terminal = environment("TERM");
+    return standardOutputIsTerminal() && environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb";
+}
+
+std::optional<int> widthOf(const std::string& text) {
+    int width = 0;
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, width);
+    const bool isWidth = read.ec == std::errc() && read.ptr == end;
+    return isWidth && width >= kLeastPictureWidth && width <= kMostPictureWidth ? std::optional(width) : std::nullopt;
+}
+
+// What is wrong with the call, or nil.
+std::optional<std::string> wrongIn(const TodayForm& form) {
+    if (form.asPicture && form.asJson) {
+        return "today is either a picture or an object: --svg or --json, not both";
+    }
+    if (!form.asPicture && (form.width || form.output)) {
+        return std::string(form.width ? "--width" : "--output") +
+               " is for the picture: lunabrook today --svg --width 360 --output morning.svg";
+    }
+    if (form.output && form.output->empty()) {
+        return "--output names no file";
+    }
+    if (form.width && !widthOf(*form.width)) {
+        return "--width is a number of pixels from " + std::to_string(kLeastPictureWidth) + " to " +
+               std::to_string(kMostPictureWidth) + ", not \"" + *form.width + "\"";
+    }
+    return std::nullopt;
+}
+
+// Into the file itself where the name is a link to it. What went wrong, or nil.
+std::optional<std::string> writeWhole(const std::filesystem::path& file, const std::string& bytes) {
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(std::filesystem::absolute(file, error), error);
+    if (error) {
+        return error.message();
+    }
+    if (std::filesystem::exists(real, error) && !std::filesystem::is_regular_file(real, error)) {
+        return "it is no regular file";  // replacing a device or a folder is nothing that anybody means
+    }
+    // Two calls at once write one after the other.
+    const FileDescriptor folder(real.parent_path(), O_RDONLY | O_DIRECTORY);
+    if (const auto wrong = lock(folder, kPatience)) {
+        return wrong;
+    }
+    return replaceFile(real, bytes);
+}
+
+ExitStatus showPicture(const Glance& glance, const TodayForm& form) {
+    const int width = form.width ? *widthOf(*form.width) : kUsualPictureWidth;
+    const std::string picture = morningPicture(glance, width);
+    if (!form.output) {
+        std::cout << picture;
+        return ExitStatus::answered;
+    }
+    if (const auto wrong = writeWhole(*form.output, picture)) {
+        complain(*form.output + " cannot be written: " + *wrong);
+        return ExitStatus::failed;
+    }
+    return ExitStatus::answered;
+}
+
+}  // namespace
+
+ExitStatus showToday(const Device& device, const TodayForm& form) {
+    if (const auto wrong = wrongIn(form)) {
+        return complain(*wrong);
+    }
+    const Glance glance = glanceAt(device);
+    if (form.asPicture) {
+        return showPicture(glance, form);
+    }
+    std::cout << (form.asJson ? glanceJson(glance)
+                              : todayText(glance, standardOutputColumns().value_or(kWholePage), terminalHasColours()));
+    return ExitStatus::answered;
+}
+
+}  // namespace lunabrook
