@@ -13,9 +13,7 @@ namespace lunabrook {
 
 namespace {
 
-constexpr double kPadding = 20;  // of a card
 constexpr double kHeaderLine = 42;
-constexpr double kTitleLine = 18;
 constexpr double kLegendLine = 46;
 constexpr double kLeastWithHeroBeside = 1080;
 constexpr std::size_t kRings = 4;
@@ -50,7 +48,7 @@ private:
     bool isHeroBeside() const { return width_ >= kLeastWithHeroBeside; }
     bool isLegendBeside() const { return glance_.rings.content && !isHeroBeside() && hero_.width >= 520; }
     double ringsSize() const {
-        const double inner = hero_.width - 2 * kPadding;
+        const double inner = hero_.width - 2 * kCardPadding;
         return std::min(isLegendBeside() ? inner * 0.45 : inner, isHeroBeside() ? 340.0 : 300.0);
     }
 
@@ -120,7 +118,7 @@ private:
         const double legend = heightOfLegend();
         const double inner =
             isLegendBeside() ? std::max(ringsSize(), legend) : ringsSize() + (legend > 0 ? 16 + legend : 0);
-        return 2 * kPadding + kTitleLine + 12 + inner;
+        return 2 * kCardPadding + kCardTitleLine + 12 + inner;
     }
 
     void open() {
@@ -150,18 +148,19 @@ private:
 
     void drawHero() {
         const Sheet sheet = openCard(svg_, mirrored(hero_), glance_.isRightToLeft);
-        const double room = hero_.width - 2 * kPadding;
-        sheet.leading({"title", 14, true}, kPadding, kPadding + 13, room, glance_.rings.title);
+        const double room = hero_.width - 2 * kCardPadding;
+        sheet.leading({"title", 14, true}, kCardPadding, kCardPadding + 13, room, glance_.rings.title);
         const double size = ringsSize();
-        const double top = kPadding + kTitleLine + 12;
-        const double below = hero_.height - top - kPadding;
+        const double top = kCardPadding + kCardTitleLine + 12;
+        const double below = hero_.height - top - kCardPadding;
         const double legend = heightOfLegend();
         const double spare = isLegendBeside() ? below - size : below - size - legend - (legend > 0 ? 16 : 0);
-        const double x = isLegendBeside() ? kPadding + size / 2 : hero_.width / 2;
+        const double x = isLegendBeside() ? kCardPadding + size / 2 : hero_.width / 2;
         drawRings(sheet, x, top + spare / 2 + size / 2, size);
         if (glance_.rings.content) {
-            const double start = isLegendBeside() ? kPadding + size + 40 : kPadding;
-            drawLegend(sheet, start, isLegendBeside() ? top + (below - legend) / 2 : hero_.height - kPadding - legend);
+            const double start = isLegendBeside() ? kCardPadding + size + 40 : kCardPadding;
+            drawLegend(sheet, start,
+                       isLegendBeside() ? top + (below - legend) / 2 : hero_.height - kCardPadding - legend);
         }
         svg_.close();
     }
@@ -185,7 +184,7 @@ private:
 
     void drawLegend(const Sheet& sheet, double x, double y) {
         constexpr double kDotRoom = 22;
-        const double room = hero_.width - kPadding - x - kDotRoom;
+        const double room = hero_.width - kCardPadding - x - kDotRoom;
         for (std::size_t i = 0; i < kRings; ++i, y += kLegendLine) {
             const Glance::Ring& ring = glance_.rings.content->rings.at(i);
             svg_.empty(

@@ -9,8 +9,6 @@ namespace lunabrook {
 
 namespace {
 
-constexpr double kPadding = 20;
-constexpr double kTitleLine = 18;
 constexpr double kFigureLine = 40;
 constexpr double kStarsLine = 28;
 constexpr double kBarLine = 22;
@@ -96,7 +94,7 @@ double heightOfRow(const PictureCard::Row& row) {
 bool hasColumns(const PictureCard& card, double width) {
     constexpr double kLeastColumn = 215;
     const auto count = static_cast<double>(card.rows.size());
-    return count > 2 && (width - 2 * kPadding) >= count * kLeastColumn + (count - 1) * kColumnGap;
+    return count > 2 && (width - 2 * kCardPadding) >= count * kLeastColumn + (count - 1) * kColumnGap;
 }
 
 double heightOfRows(const PictureCard& card, double width) {
@@ -124,13 +122,13 @@ void drawRow(const Sheet& sheet, const PictureCard::Row& row, double x, double y
 void drawRows(const Sheet& sheet, const PictureCard& card, double top) {
     const bool isBeside = hasColumns(card, sheet.width);
     const auto count = static_cast<double>(card.rows.size());
-    const double inner = sheet.width - 2 * kPadding;
+    const double inner = sheet.width - 2 * kCardPadding;
     const double room = isBeside ? (inner - (count - 1) * kColumnGap) / count : inner;
-    double x = kPadding;
+    double x = kCardPadding;
     double y = top + kRule;
     const double rule = top + kRule / 2 + 1;
-    sheet.svg.empty(
-        "path", {{"class", "rule"}, {"d", "M" + svgNumber(kPadding) + " " + svgNumber(rule) + "h" + svgNumber(inner)}});
+    sheet.svg.empty("path", {{"class", "rule"},
+                             {"d", "M" + svgNumber(kCardPadding) + " " + svgNumber(rule) + "h" + svgNumber(inner)}});
     for (const PictureCard::Row& row : card.rows) {
         drawRow(sheet, row, x, y, room);
         x += isBeside ? room + kColumnGap : 0;
@@ -199,35 +197,35 @@ PictureCard temperatureCard(const Glance& glance) { return cardOf(glance, glance
 PictureCard bankCard(const Glance& glance) { return cardOf(glance, glance.bank, balanceCard); }
 
 double heightOfCard(const PictureCard& card, double width) {
-    return 2 * kPadding + kTitleLine + kFigureLine + (card.stars ? kStarsLine : 0) + (card.bar ? kBarLine : 0) +
+    return 2 * kCardPadding + kCardTitleLine + kFigureLine + (card.stars ? kStarsLine : 0) + (card.bar ? kBarLine : 0) +
            (card.rows.empty() ? 0 : kRule + heightOfRows(card, width));
 }
 
 Sheet openCard(Svg& svg, const Box& box, bool isMirrored) {
     svg.open("svg", {{"x", box.x}, {"y", box.y}, {"width", box.width}, {"height", box.height}});
-    svg.empty("rect", {{"class", "card"}, {"width", box.width}, {"height", box.height}, {"rx", kPadding}});
+    svg.empty("rect", {{"class", "card"}, {"width", box.width}, {"height", box.height}, {"rx", kCardPadding}});
     return {svg, box.width, isMirrored};
 }
 
 void drawCard(Svg& svg, const PictureCard& card, const Box& box, bool isMirrored) {
     const Sheet sheet = openCard(svg, box, isMirrored);
-    const double room = box.width - 2 * kPadding;
-    double y = kPadding + kTitleLine;
-    sheet.leading(kTitle, kPadding, y - 5, room, card.title);
+    const double room = box.width - 2 * kCardPadding;
+    double y = kCardPadding + kCardTitleLine;
+    sheet.leading(kTitle, kCardPadding, y - 5, room, card.title);
     y += kFigureLine;
     sheet.pair(card.isQuiet   ? kQuietFigure
                : card.hasUnit ? kFigureWithUnit
                               : kFigure,
-               card.figure, {card.asideInk, 16, true}, card.aside, kPadding, y - 6, room);
+               card.figure, {card.asideInk, 16, true}, card.aside, kCardPadding, y - 6, room);
     if (card.stars) {
         const double width = widthOfStars(kStarSize);
-        const double left = isMirrored ? box.width - kPadding - width : kPadding;
+        const double left = isMirrored ? box.width - kCardPadding - width : kCardPadding;
         drawStars(svg, {left, y + 5, kStarSize, *card.stars, isMirrored});
-        sheet.leading({"name", 14}, kPadding + width + kGap, y + 19, room - width - kGap, card.starsText);
+        sheet.leading({"name", 14}, kCardPadding + width + kGap, y + 19, room - width - kGap, card.starsText);
         y += kStarsLine;
     }
     if (card.bar) {
-        drawBar(svg, {kPadding, y + 10, room, kBarHeight, *card.bar, "r1", isMirrored});
+        drawBar(svg, {kCardPadding, y + 10, room, kBarHeight, *card.bar, "r1", isMirrored});
         y += kBarLine;
     }
     if (!card.rows.empty()) {

@@ -19,6 +19,9 @@
 
 namespace lunabrook {
 
+inline constexpr double kCardPadding = 20;
+inline constexpr double kCardTitleLine = 18;
+
 struct Box {
     double x = 0, y = 0, width = 0, height = 0;
 };

@@ -9,6 +9,7 @@
 #include "command/verbs.h"
 #include "platform/device/terminal.h"
 #include "platform/files/private/whole_file.h"
+#include "platform/text/display_width.h"
 
 namespace lunabrook {
 
@@ -49,7 +50,7 @@ std::optional<std::string> wrongIn(const TodayForm& form) {
     }
     if (form.width && !widthOf(*form.width)) {
         return "--width is a number of pixels from " + std::to_string(kLeastPictureWidth) + " to " +
-               std::to_string(kMostPictureWidth) + ", not \"" + *form.width + "\"";
+               std::to_string(kMostPictureWidth) + ", not " + quotedText(*form.width);
     }
     return std::nullopt;
 }
@@ -80,7 +81,7 @@ ExitStatus showPicture(const Glance& glance, const TodayForm& form) {
         return ExitStatus::answered;
     }
     if (const auto wrong = writeWhole(*form.output, picture)) {
-        complain(*form.output + " cannot be written: " + *wrong);
+        complain(quotedText(*form.output) + " cannot be written: " + *wrong);
         return ExitStatus::failed;
     }
     return ExitStatus::answered;
