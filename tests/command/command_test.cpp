@@ -150,6 +150,58 @@ TEST_F(Command, QuestionsLeaveTheStoreAsItIs) {
     EXPECT_THAT(json::parse(run("store show").output)["cachedSleepBankUpdate"], "2026-06-10T06:30:00.000Z");
 }
 
+TEST_F(Command, DrawsTheMorningIntoAFile) {
+    run("demo");
+    const std::string picture = run("today --svg").output;
+    EXPECT_EQ(picture, readFile(LUNABROOK_PICTURE)) << "the picture of README: script/morning-picture draws it anew";
+    const std::string file = inFolder("morning.svg");
+    const auto into = [this](const std::string& target) { return run("today --svg --output '" + target + "'"); };
+    for (const auto mode : {std::filesystem::perms(0600), std::filesystem::perms(0644)}) {
+        const Outcome drawn = into(file);
+        EXPECT_EQ(drawn.status, 0) << drawn.error;
+        EXPECT_EQ(drawn.output, "");
+        EXPECT_EQ(readFile(file), picture);
+        EXPECT_EQ(std::filesystem::status(file).permissions(), mode);
+        writeFile(file, "an old one");
+        std::filesystem::permissions(file, std::filesystem::perms(0644));
+    }
+    std::filesystem::create_symlink("morning.svg", inFolder("link.svg"));
+    EXPECT_EQ(into(inFolder("link.svg")).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(inFolder("link.svg")));
+    EXPECT_EQ(readFile(file), picture);
+    for (const std::string target : {"/dev/null", "/dev/full", "/nowhere/morning.svg", "/", "preferences"}) {
+        const std::string name = target == "preferences" ? preferences().string() : target;
+        const Outcome failed = into(name);
+        EXPECT_EQ(failed.status, 1) << name;
+        EXPECT_THAT(failed.error, StartsWith("lunabrook: \"" + name + "\" cannot be written: "));
+    }
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    const Outcome full = run("today --svg --output '" + file + "'", kPinned, "ulimit -f 1;");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(readFile(file), picture);
+    EXPECT_FALSE(std::filesystem::exists(file + ".new"));
+}
+
+TEST_F(Command, ShowsTheMorningAsOneObject) {
+    EXPECT_EQ(json::parse(run("today --json").output)["rings"],
+              json({{"title", "Sleep Rating"}, {"sentence", "No Data"}, {"content", nullptr}}));
+    run("demo");
+    const std::string line = run("today --json").output;
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+    const json today = json::parse(line);
+    EXPECT_EQ(today["direction"], "ltr");
+    EXPECT_EQ(today["rings"]["sentence"], "2 sleep rings closed. Today's sleep rating is 98%.");
+    EXPECT_EQ(today["rings"]["content"]["rings"][2],
+              json({{"name", "Deep"}, {"fill", 1.04}, {"percent", "104%"}, {"value", "1h 18m"}}));
+    EXPECT_EQ(today["readiness"]["content"]["signals"][0],
+              json({{"name", "HRV"}, {"value", "58 ms"}, {"difference", "6 above baseline"}, {"tint", "favourable"}}));
+    EXPECT_EQ(today["respiration"]["content"]["change"], "fall");
+    EXPECT_EQ(today["bank"]["content"]["moments"][0], json({{"name", "Tonight's Bedtime"},
+                                                            {"time", "9:51\u202FPM"},
+                                                            {"remark", "Time until bed"},
+                                                            {"remarkedTime", "13h 21m"}}));
+}
+
 TEST_F(Command, ImportsAnotherListUnderTheLock) {
     run("ask lights-off");
     writeFile(inFolder("more.plist"),
@@ -191,8 +243,8 @@ TEST_F(Command, OutputThatCannotBeWrittenIsAFailure) {
     const std::string pipeWithoutReader =
         "rm -f " + pipe + "; mkfifo " + pipe + "; exec 4<>" + pipe + " 5>" + pipe + " 4>&-; ";
     const std::string twice = "printf 'lights-off\\nreadiness\\n' |";
-    for (const std::string verb : {"ask readiness", "ask --json readiness", "ask", "metrics", "today", "intents",
-                                   "store show", "watch push", "--help", "--version"}) {
+    for (const std::string verb : {"ask readiness", "ask --json readiness", "ask", "metrics", "today", "today --svg",
+                                   "today --json", "intents", "store show", "watch push", "--help", "--version"}) {
         const Outcome full = run(verb + " >/dev/full", kPinned, twice);
         EXPECT_EQ(full.status, 1) << verb;
         EXPECT_EQ(full.error, "lunabrook: the output cannot be written: No space left on device\n") << verb;
@@ -282,6 +334,13 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"--nwo 2026-06-10T08:30:00Z today", "there is no option --nwo; did you mean --now? (`lunabrook today --help`"},
         {"today --locale", "--locale needs a value: --locale ID"},
         {"ask --json=yes readiness", "--json takes no value"},
+        {"today --svg --json", "--svg or --json, not both"},
+        {"today --width 360", "--width is for the picture: lunabrook today --svg --width 360"},
+        {"today --json --output x.svg", "--output is for the picture: lunabrook today --svg"},
+        {"today --svg --width 319", "--width is a number of pixels from 320 to 1600, not \"319\""},
+        {"today --svg --width 1601", "from 320 to 1600"},
+        {"today --svg --width 1e3", "from 320 to 1600"},
+        {"today --svg --output ''", "--output names no file"},
         {"today monday", "today takes no \"monday\""},
         {"store", "store needs a verb of its own: show or import (`lunabrook store --help`"},
         {"store shw", "there is no verb \"shw\" of store; did you mean show?"},
