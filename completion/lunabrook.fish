@@ -85,8 +85,8 @@ complete -c lunabrook -n '__lunabrook_after metrics' -a 'sleep-rings blood-oxyge
 
 complete -c lunabrook -n '__lunabrook_after today' -l json -d 'As one JSON object'
 complete -c lunabrook -n '__lunabrook_after today' -l svg -d 'As a picture'
-complete -c lunabrook -n '__lunabrook_after today' -l output -r -F -d 'Write into a file'
-complete -c lunabrook -n '__lunabrook_after today' -l width -x -d 'Columns, or the width of the picture'
+complete -c lunabrook -n '__lunabrook_after today' -l output -r -F -d 'Draw the picture into a file'
+complete -c lunabrook -n '__lunabrook_after today' -l width -x -d 'How wide the picture is, 320 to 1600 pixels'
 complete -c lunabrook -n '__lunabrook_after intents' -l json -d 'One JSON object a line'
 complete -c lunabrook -n '__lunabrook_after demo' -l again -d 'Replace the week that an earlier demo made'
 
