@@ -64,9 +64,9 @@ std::optional<std::string> replaceFile(const std::filesystem::path& target, cons
     std::filesystem::path temporary = target;
     temporary += ".new";
     ::unlink(temporary.c_str());
-    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
     struct stat old = {};
-    const bool isNew = ::stat(target.c_str(), &old) != 0;
+    const bool isNew = ::stat(target.c_str(), &old) != 0;  // before the opening, whose error is told
+    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
     takeOwnerFrom(isNew ? target.parent_path() : target, file);
     constexpr mode_t kPermissions = 0777;
     const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
