@@ -65,11 +65,9 @@ std::optional<std::string> writeWhole(const std::filesystem::path& file, const s
     if (std::filesystem::exists(real, error) && !std::filesystem::is_regular_file(real, error)) {
         return "it is no regular file";  // replacing a device or a folder is nothing that anybody means
     }
-    // Two calls at once write one after the other.
+    // Two calls at once write one after the other, where the file system knows how to lock a folder.
     const FileDescriptor folder(real.parent_path(), O_RDONLY | O_DIRECTORY);
-    if (const auto wrong = lock(folder, kPatience)) {
-        return wrong;
-    }
+    static_cast<void>(lock(folder, kPatience));
     return replaceFile(real, bytes);
 }
 
