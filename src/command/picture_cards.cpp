@@ -59,16 +59,23 @@ std::string withPlainArrow(const std::string& difference) {
     return difference + std::string(hasArrow ? kAsText : "");
 }
 
+const char* inkOf(Change change) { return change == Change::rise ? "rise" : change == Change::fall ? "fall" : "quiet"; }
+
+// The week may have values where the night has none.
 PictureCard nightCard(const Glance& glance, const Glance::Night& night) {
-    constexpr const char* kInks[] = {"quiet", "rise", "fall"};
-    return {.figure = night.average,
-            .hasUnit = true,
-            .aside = withPlainArrow(night.difference),
-            .asideInk = night.change == Change::rise   ? kInks[1]
-                        : night.change == Change::fall ? kInks[2]
-                                                       : kInks[0],
-            .rows = {{glance.rangeName, night.range, "", "", Tint::none},
-                     {glance.weekName, night.averageOfWeek, "", night.rangeOfWeek, Tint::none}}};
+    const bool isEmpty = night.average.empty();
+    PictureCard card{.figure = isEmpty ? glance.noData : night.average,
+                     .hasUnit = true,
+                     .isQuiet = isEmpty,
+                     .aside = withPlainArrow(night.difference),
+                     .asideInk = inkOf(night.change)};
+    if (!night.range.empty()) {
+        card.rows.push_back({glance.rangeName, night.range, "", "", Tint::none});
+    }
+    if (!night.averageOfWeek.empty()) {
+        card.rows.push_back({glance.weekName, night.averageOfWeek, "", night.rangeOfWeek, Tint::none});
+    }
+    return card;
 }
 
 PictureCard warmthCard(const Glance&, const Glance::Temperature& temperature) {
