@@ -3,7 +3,7 @@
 include(CMakePackageConfigHelpers)
 
 install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lunabrook PATTERN dbus EXCLUDE PATTERN systemd EXCLUDE)
-install(FILES doc/lunabrook.1 doc/lunabrook-intents.1 doc/lunabrook-wyoming.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES docs/lunabrook.1 docs/lunabrook-intents.1 docs/lunabrook-wyoming.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 # Shells look for a file of the command's name; zsh's knows all three, and stands elsewhere below /usr/local.
 function(lunabrook_install_completion file destination suffix)
   install(FILES completion/${file} DESTINATION ${destination} RENAME lunabrook${suffix})
