@@ -22,7 +22,7 @@ constexpr double kColumnGap = 32;
 
 constexpr double kLeastShrinkage = 0.78;
 
-constexpr Sheet::Style kTitle = {"title", 14, true};
+constexpr Sheet::Style kCardTitle = {"title", 14, true};
 constexpr Sheet::Style kFigure = {"figure", 28, true};
 constexpr Sheet::Style kFigureWithUnit = {"figure", 28, true, 14};
 constexpr Sheet::Style kQuietFigure = {"quiet", 20};
@@ -59,7 +59,9 @@ std::string withPlainArrow(const std::string& difference) {
     return difference + std::string(hasArrow ? kAsText : "");
 }
 
-const char* inkOf(Change change) { return change == Change::rise ? "rise" : change == Change::fall ? "fall" : "quiet"; }
+const char* inkNameOf(Change change) {
+    return change == Change::rise ? "rise" : change == Change::fall ? "fall" : "quiet";
+}
 
 // The week may have values where the night has none.
 PictureCard nightCard(const Glance& glance, const Glance::Night& night) {
@@ -68,7 +70,7 @@ PictureCard nightCard(const Glance& glance, const Glance::Night& night) {
                      .hasUnit = true,
                      .isQuiet = isEmpty,
                      .aside = withPlainArrow(night.difference),
-                     .asideInk = inkOf(night.change)};
+                     .asideInk = inkNameOf(night.change)};
     if (!night.range.empty()) {
         card.rows.push_back({glance.rangeName, night.range, "", "", Tint::none});
     }
@@ -218,7 +220,7 @@ void drawCard(Svg& svg, const PictureCard& card, const Box& box, bool isMirrored
     const Sheet sheet = openCard(svg, box, isMirrored);
     const double room = box.width - 2 * kCardPadding;
     double y = kCardPadding + kCardTitleLine;
-    sheet.leading(kTitle, kCardPadding, y - 5, room, card.title);
+    sheet.leading(kCardTitle, kCardPadding, y - 5, room, card.title);
     y += kFigureLine;
     sheet.pair(card.isQuiet   ? kQuietFigure
                : card.hasUnit ? kFigureWithUnit

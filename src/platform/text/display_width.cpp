@@ -5,17 +5,13 @@
 
 #include <cstdint>
 
+#include "platform/text/private/character_width.h"
+
 namespace lunabrook {
 
 namespace {
 
-constexpr UChar32 kZeroWidthJoiner = 0x200D;
 constexpr UChar32 kEmojiSelector = 0xFE0F;
-
-bool isWide(UChar32 character) {
-    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-    return width == U_EA_WIDE || width == U_EA_FULLWIDTH;
-}
 
 bool isInvisible(UChar32 character) {
     const int8_t category = u_charType(character);

@@ -1,11 +1,11 @@
 #include "platform/text/drawn_text.h"
 
 #include <unicode/uchar.h>
-#include <unicode/uscript.h>
 #include <unicode/utf8.h>
 
 #include <cstdint>
 
+#include "platform/text/private/character_width.h"
 #include "platform/text/private/icu.h"
 
 namespace lunabrook {
@@ -13,7 +13,6 @@ namespace lunabrook {
 namespace {
 
 constexpr UChar32 kReplacement = 0xFFFD;
-constexpr UChar32 kZeroWidthJoiner = 0x200D;
 constexpr UChar32 kByteOrderMark = 0xFEFF;
 
 constexpr double kEllipsisEms = 1;
@@ -26,11 +25,6 @@ bool isMark(UChar32 character) {
 bool takesNoRoom(UChar32 character) {
     return isMark(character) || u_charType(character) == U_FORMAT_CHAR ||
            u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0;
-}
-
-bool isWide(UChar32 character) {
-    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-    return width == U_EA_WIDE || width == U_EA_FULLWIDTH;
 }
 
 double ofLatinSign(char sign) {
