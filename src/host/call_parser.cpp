@@ -89,7 +89,7 @@ std::string valueText(const std::vector<const CLI::App*>& verbs, const std::stri
     for (const CLI::App* verb : verbs) {
         const CLI::Option* option = verb->get_option_no_throw(name);
         if (option != nullptr && !option->get_type_name().empty()) {
-            return name + " needs a value: " + name + " " + option->get_type_name();
+            return std::string(name).append(" needs a value: ").append(name).append(" ") + option->get_type_name();
         }
     }
     return name + " takes no value";
