@@ -8,7 +8,7 @@
 #include "command/today.h"
 #include "command/verbs.h"
 #include "platform/device/terminal.h"
-#include "platform/files/private/whole_file.h"
+#include "platform/files/file_bytes.h"
 #include "platform/text/display_width.h"
 
 namespace lunabrook {
@@ -55,22 +55,6 @@ std::optional<std::string> wrongIn(const TodayForm& form) {
     return std::nullopt;
 }
 
-// Into the file itself where the name is a link to it. What went wrong, or nil.
-std::optional<std::string> writeWhole(const std::filesystem::path& file, const std::string& bytes) {
-    std::error_code error;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(std::filesystem::absolute(file, error), error);
-    if (error) {
-        return error.message();
-    }
-    if (std::filesystem::exists(real, error) && !std::filesystem::is_regular_file(real, error)) {
-        return "it is no regular file";  // replacing a device or a folder is nothing that anybody means
-    }
-    // Two calls at once write one after the other, where the file system knows how to lock a folder.
-    const FileDescriptor folder(real.parent_path(), O_RDONLY | O_DIRECTORY);
-    static_cast<void>(lock(folder, kPatience));
-    return replaceFile(real, bytes);
-}
-
 ExitStatus showPicture(const Glance& glance, const TodayForm& form) {
     const int width = form.width ? *widthOf(*form.width) : kUsualPictureWidth;
     const std::string picture = morningPicture(glance, width);
@@ -78,7 +62,7 @@ ExitStatus showPicture(const Glance& glance, const TodayForm& form) {
         std::cout << picture;
         return ExitStatus::answered;
     }
-    if (const auto wrong = writeWhole(*form.output, picture)) {
+    if (const auto wrong = writeFile(*form.output, picture)) {
         complain(quotedText(*form.output) + " cannot be written: " + *wrong);
         return ExitStatus::failed;
     }
