@@ -5,6 +5,7 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 
 #include "platform/device/terminal.h"
@@ -48,7 +49,8 @@ public:
         if (!library_.isWhole()) {
             return;
         }
-        if (std::setlocale(LC_CTYPE, "") == nullptr) {  // of the keys that are typed; the answers do not look at it
+        // Of the keys that are typed; the answers do not look at it. A locale of single bytes would swallow letters.
+        if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) {
             std::setlocale(LC_CTYPE, "C.UTF-8");
         }
         editor_ = library_.init("lunabrook", stdin, stderr, stderr);
@@ -85,10 +87,12 @@ public:
             return std::nullopt;
         }
         std::string line(typed, static_cast<std::size_t>(count));
-        HistEvent event{};
-        library_.change(history_, &event, H_ENTER, line.c_str());
         if (line.ends_with('\n')) {
             line.pop_back();
+        }
+        if (line.find_first_not_of(" \t") != std::string::npos) {
+            HistEvent event{};
+            library_.change(history_, &event, H_ENTER, line.c_str());
         }
         return line;
     }

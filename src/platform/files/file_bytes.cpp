@@ -15,17 +15,14 @@ std::variant<std::string, UnreadableFile> bytesOfFile(const std::filesystem::pat
 
 std::optional<std::string> writeFile(const std::filesystem::path& file, const std::string& bytes) {
     std::error_code error;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(std::filesystem::absolute(file, error), error);
+    const std::filesystem::path real = withoutLinks(std::filesystem::absolute(file, error));
     if (error) {
         return error.message();
     }
     if (std::filesystem::exists(real, error) && !std::filesystem::is_regular_file(real, error)) {
         return "it is no regular file";  // replacing a device or a folder is nothing that anybody means
     }
-    // Two calls at once write one after the other, where the file system knows how to lock a folder.
-    const FileDescriptor folder(real.parent_path(), O_RDONLY | O_DIRECTORY);
-    static_cast<void>(lock(folder, kPatience));
-    return replaceFile(real, bytes);
+    return replaceFileOfAnyFolder(real, bytes);
 }
 
 }  // namespace lunabrook

@@ -7,22 +7,6 @@ namespace lunabrook {
 
 namespace {
 
-// Where the links end: lock, temporary file and target stand together there, whatever name the store goes by. What the
-// last link leads to may be missing.
-std::filesystem::path withoutLinks(std::filesystem::path file) {
-    constexpr int kMostLinks = 40;  // as the system's own
-    std::error_code error;
-    for (int link = 0; link < kMostLinks; ++link) {
-        const std::filesystem::path target = std::filesystem::read_symlink(file, error);
-        if (error) {
-            break;
-        }
-        file = file.parent_path() / target;
-    }
-    const std::filesystem::path folder = std::filesystem::canonical(file.parent_path(), error);
-    return error ? file : folder / file.filename();
-}
-
 bool isMissing(int error) { return error == ENOENT || error == ENOTDIR; }
 
 }  // namespace

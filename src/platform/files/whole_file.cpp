@@ -8,6 +8,8 @@
 #include <fstream>
 #include <future>
 #include <memory>
+#include <random>
+#include <system_error>
 #include <thread>
 
 namespace lunabrook {
@@ -42,6 +44,64 @@ std::string holderOf(const FileDescriptor& file) {
     return "another program";
 }
 
+// `temporary` is made anew, beside the target.
+std::optional<std::string> replaceThrough(const std::filesystem::path& temporary, const std::filesystem::path& target,
+                                          const std::string& bytes) {
+    struct stat old = {};
+    const bool isNew = ::stat(target.c_str(), &old) != 0;  // before the opening, whose error is told
+    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
+    const bool isMade = file.isOpen();
+    takeOwnerFrom(isNew ? target.parent_path() : target, file);
+    constexpr mode_t kPermissions = 0777;
+    const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
+    // The bytes reach the disk before the name does, so a power cut never finds half of them.
+    const bool isWritten = isMade && ::fchmod(file.number(), mode) == 0 && writeAll(file, bytes) &&
+                           ::fdatasync(file.number()) == 0 && file.close();
+    if (isWritten && ::rename(temporary.c_str(), target.c_str()) == 0) {
+        return std::nullopt;
+    }
+    const std::string error = lastErrorText();
+    if (isMade) {
+        ::unlink(temporary.c_str());
+    }
+    return error;
+}
+
+// For whom no thread is left: now and then.
+bool lockByLooking(const FileDescriptor& file, std::chrono::milliseconds patience) {
+    constexpr std::chrono::milliseconds kPause(2);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    return true;
+}
+
+// The system's queue is fair, while who only looks may find busy writers there every time. But nobody can leave the
+// queue: a thread of its own stands in it, and one that was given up drops the lock when it has it.
+bool lockInTurn(const FileDescriptor& file, std::chrono::milliseconds patience) {
+    const int queued = ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0);
+    const auto turn = std::make_shared<std::promise<bool>>();
+    auto outcome = turn->get_future();
+    try {
+        std::thread([turn, queued] {
+            int result = 0;
+            do {
+                result = ::flock(queued, LOCK_EX);
+            } while (result != 0 && errno == EINTR);
+            turn->set_value(result == 0);
+            ::close(queued);
+        }).detach();
+    } catch (const std::system_error&) {
+        ::close(queued);
+        return lockByLooking(file, patience);
+    }
+    return outcome.wait_for(patience) == std::future_status::ready && outcome.get();
+}
+
 }  // namespace
 
 bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes) {
@@ -60,25 +120,30 @@ bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes) 
     return true;
 }
 
+std::filesystem::path withoutLinks(std::filesystem::path file) {
+    constexpr int kMostLinks = 40;  // as the system's own
+    std::error_code error;
+    for (int link = 0; link < kMostLinks; ++link) {
+        const std::filesystem::path target = std::filesystem::read_symlink(file, error);
+        if (error) {
+            break;
+        }
+        file = file.parent_path() / target;
+    }
+    const std::filesystem::path folder = std::filesystem::canonical(file.parent_path(), error);
+    return error ? file : folder / file.filename();
+}
+
 std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes) {
     std::filesystem::path temporary = target;
     temporary += ".new";
     ::unlink(temporary.c_str());
-    struct stat old = {};
-    const bool isNew = ::stat(target.c_str(), &old) != 0;  // before the opening, whose error is told
-    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
-    takeOwnerFrom(isNew ? target.parent_path() : target, file);
-    constexpr mode_t kPermissions = 0777;
-    const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
-    // The bytes reach the disk before the name does, so a power cut never finds half of them.
-    const bool isWritten = file.isOpen() && ::fchmod(file.number(), mode) == 0 && writeAll(file, bytes) &&
-                           ::fdatasync(file.number()) == 0 && file.close();
-    if (isWritten && ::rename(temporary.c_str(), target.c_str()) == 0) {
-        return std::nullopt;
-    }
-    const std::string error = lastErrorText();
-    ::unlink(temporary.c_str());
-    return error;
+    return replaceThrough(temporary, target, bytes);
+}
+
+std::optional<std::string> replaceFileOfAnyFolder(const std::filesystem::path& target, const std::string& bytes) {
+    const std::string name = "." + target.filename().string() + "." + std::to_string(std::random_device()());
+    return replaceThrough(target.parent_path() / name, target, bytes);
 }
 
 std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience) {
@@ -88,24 +153,11 @@ std::optional<std::string> lock(const FileDescriptor& file, std::chrono::millise
     if (!file.isOpen() || (errno != EWOULDBLOCK && errno != EINTR)) {
         return lastErrorText();
     }
-    // The system's queue is fair, while who only looks now and then may find busy writers there every time. But nobody
-    // can leave the queue: a thread of its own stands in it, and one that was given up drops the lock when it has it.
-    const auto turn = std::make_shared<std::promise<int>>();
-    auto outcome = turn->get_future();
-    std::thread([turn, queued = ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0)] {
-        int error = 0;
-        while (::flock(queued, LOCK_EX) != 0 && (error = errno) == EINTR) {
-            error = 0;
-        }
-        turn->set_value(error);
-        ::close(queued);
-    }).detach();
-    if (outcome.wait_for(patience) != std::future_status::ready) {
+    if (!lockInTurn(file, patience)) {
         return holderOf(file) + " has held the lock for more than " +
                std::to_string(std::chrono::duration_cast<std::chrono::seconds>(patience).count()) + " seconds";
     }
-    const int error = outcome.get();
-    return error == 0 ? std::nullopt : std::optional(std::generic_category().message(error));
+    return std::nullopt;
 }
 
 void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file) {

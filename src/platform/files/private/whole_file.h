@@ -20,6 +20,12 @@ bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes);
 // beside the target is enough then and what a killed writer left goes with the next write. What went wrong, or nil;
 // after a fault the old file is whole and the temporary one gone.
 std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes);
+// The same without a lock: the temporary file has a name that nobody else has.
+std::optional<std::string> replaceFileOfAnyFolder(const std::filesystem::path& target, const std::string& bytes);
+
+// Where the links end: lock, temporary file and target stand together there, whatever name the file goes by. What the
+// last link leads to may be missing.
+std::filesystem::path withoutLinks(std::filesystem::path file);
 
 // Waits until no other program has it locked; closing unlocks. What went wrong, or nil.
 inline constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(10);
