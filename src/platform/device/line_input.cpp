@@ -19,26 +19,6 @@ char kPrompt[] = "> ";  // the library wants a text that it might change
 constexpr int kKeptLines = 100;
 constexpr std::size_t kMostBytes = std::size_t{64} << 10;
 
-// The library's functions, by their own types.
-struct Library {
-    void* handle = ::dlopen(kEditingLibrary, RTLD_NOW | RTLD_LOCAL);
-
-    template <class Function>
-    Function* function(const char* name) const {
-        return handle != nullptr ? reinterpret_cast<Function*>(::dlsym(handle, name)) : nullptr;
-    }
-
-    decltype(::el_init)* init = function<decltype(::el_init)>("el_init");
-    decltype(::el_set)* set = function<decltype(::el_set)>("el_set");
-    decltype(::el_gets)* gets = function<decltype(::el_gets)>("el_gets");
-    decltype(::el_end)* end = function<decltype(::el_end)>("el_end");
-    decltype(::history)* change = function<decltype(::history)>("history");
-    decltype(::history_init)* initHistory = function<decltype(::history_init)>("history_init");
-    decltype(::history_end)* endHistory = function<decltype(::history_end)>("history_end");
-
-    bool isWhole() const { return init && set && gets && end && change && initHistory && endHistory; }
-};
-
 char* promptOf(EditLine*) { return kPrompt; }
 
 }  // namespace
@@ -98,6 +78,26 @@ public:
     }
 
 private:
+    // The library's functions, by their own types.
+    struct Library {
+        void* handle = ::dlopen(kEditingLibrary, RTLD_NOW | RTLD_LOCAL);
+
+        template <class Function>
+        Function* function(const char* name) const {
+            return handle != nullptr ? reinterpret_cast<Function*>(::dlsym(handle, name)) : nullptr;
+        }
+
+        decltype(::el_init)* init = function<decltype(::el_init)>("el_init");
+        decltype(::el_set)* set = function<decltype(::el_set)>("el_set");
+        decltype(::el_gets)* gets = function<decltype(::el_gets)>("el_gets");
+        decltype(::el_end)* end = function<decltype(::el_end)>("el_end");
+        decltype(::history)* change = function<decltype(::history)>("history");
+        decltype(::history_init)* initHistory = function<decltype(::history_init)>("history_init");
+        decltype(::history_end)* endHistory = function<decltype(::history_end)>("history_end");
+
+        bool isWhole() const { return init && set && gets && end && change && initHistory && endHistory; }
+    };
+
     Library library_;
     EditLine* editor_ = nullptr;
     History* history_ = nullptr;
