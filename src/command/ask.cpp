@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <variant>
 
 #include "command/verbs.h"
@@ -31,14 +32,10 @@ std::vector<KnownName> intentNames() {
 }
 
 std::string unclearText(const std::string& text, const std::vector<std::string>& nearest) {
-    std::string list;
-    for (std::size_t i = 0; i < nearest.size(); ++i) {
-        list += (i == 0                    ? "; the nearest phrases are "
-                 : i + 1 == nearest.size() ? " and "
-                                           : ", ") +
-                quotedText(nearest[i]);
-    }
-    return "no intent answers to " + quotedText(text) + list + kWhereAllAre;
+    std::vector<std::string> phrases;
+    std::transform(nearest.begin(), nearest.end(), std::back_inserter(phrases), quotedText);
+    return "no intent answers to " + quotedText(text) +
+           (phrases.empty() ? "" : "; the nearest phrases are " + listed(phrases, " and ")) + kWhereAllAre;
 }
 
 // By its title in the device's language; an English one is a name.

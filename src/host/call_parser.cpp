@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 #include "host/message.h"
@@ -75,11 +76,10 @@ std::string missingText(const std::vector<const CLI::App*>& verbs, const std::st
     if (verbs.size() == 1) {
         return "no verb was named, such as ask or today";
     }
-    std::string list = inner.front().shown;
-    for (std::size_t i = 1; i < inner.size(); ++i) {
-        list += (i + 1 == inner.size() ? " or " : ", ") + inner[i].shown;
-    }
-    return verbs.back()->get_name() + " needs a verb of its own: " + list;
+    std::vector<std::string> names;
+    std::transform(inner.begin(), inner.end(), std::back_inserter(names),
+                   [](const KnownName& verb) { return verb.shown; });
+    return verbs.back()->get_name() + " needs a verb of its own: " + listed(names, " or ");
 }
 
 // The library names the option first: "--now: 1 required TIME missing", "--json was given ...".

@@ -52,16 +52,20 @@ std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<
     return nearest;
 }
 
+std::string listed(const std::vector<std::string>& names, std::string_view beforeTheLast) {
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list.append(i == 0 ? "" : i + 1 == names.size() ? beforeTheLast : ", ").append(names[i]);
+    }
+    return list;
+}
+
 std::string suggestion(std::string_view mistyped, const std::vector<KnownName>& names) {
     const std::vector<std::string> near = nearNames(mistyped, names);
     if (near.empty()) {
         return {};
     }
-    std::string list = near.front();
-    for (std::size_t i = 1; i < near.size(); ++i) {
-        list += (i + 1 == near.size() ? " or " : ", ") + near[i];
-    }
-    return "; did you mean " + list + "?";
+    return "; did you mean " + listed(near, " or ") + "?";
 }
 
 std::string nameKey(std::string_view name) {

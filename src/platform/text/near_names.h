@@ -22,6 +22,9 @@ std::vector<std::string> nearNames(std::string_view mistyped, const std::vector<
 // Slips in bytes: one to insert, drop or replace, or two neighbours to swap.
 std::size_t editDistance(std::string_view left, std::string_view right);
 
+// As a sentence lists them: {"a", "b", "c"} with " or " -> "a, b or c".
+std::string listed(const std::vector<std::string>& names, std::string_view beforeTheLast);
+
 // "; did you mean readiness?", or nothing.
 std::string suggestion(std::string_view mistyped, const std::vector<KnownName>& names);
 
