@@ -50,7 +50,7 @@ bool UserDefaults::setObjects(const Changes& changes) {
 }
 
 UserDefaults::Creation UserDefaults::create(const Changes& contents, const MayGo& mayGo) {
-    const SuiteFile::Change change = file_->make(editOf(contents), mayGo);
+    const SuiteFile::Change change = file_->change(editOf(contents), mayGo);
     return change == SuiteFile::Change::written    ? Creation::made
            : change == SuiteFile::Change::wasThere ? Creation::wasThere
                                                    : Creation::failed;

@@ -1,5 +1,7 @@
 #include "platform/files/file_bytes.h"
 
+#include <random>
+
 #include "platform/files/private/whole_file.h"
 
 namespace lunabrook {
@@ -19,10 +21,11 @@ std::optional<std::string> writeFile(const std::filesystem::path& file, const st
     if (error) {
         return error.message();
     }
-    if (std::filesystem::exists(real, error) && !std::filesystem::is_regular_file(real, error)) {
+    if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
         return "it is no regular file";  // replacing a device or a folder is nothing that anybody means
     }
-    return replaceFileOfAnyFolder(real, bytes);
+    // A name that nobody else takes, since no lock is there.
+    return replaceFile(real, bytes, "." + std::to_string(std::random_device()()));
 }
 
 }  // namespace lunabrook

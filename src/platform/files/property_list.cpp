@@ -35,19 +35,6 @@ struct ValueAdder {
     void operator()(const auto& other) const { list.add(codeOf(other)); }
 };
 
-// What is wrong with the bytes, or nil.
-std::optional<std::string> read(std::string_view bytes, FlatList& list) {
-    try {
-        require(bytes.size() <= kMaximumPropertyListBytes, "is larger than 64 MiB");
-        bytes.starts_with("bplist00") ? readBinaryPropertyList(bytes, list) : readXmlPropertyList(bytes, list);
-        const bool isDictionary = objectAt(list.codes()).kind == ObjectKind::dictionary;
-        require(isDictionary, "is a property list whose root is not a dictionary");
-        return std::nullopt;
-    } catch (const ListDamage& damage) {
-        return damage.what;
-    }
-}
-
 // Of a flat dictionary what is in it.
 std::string_view entriesOf(const FlatList& list) {
     return std::string_view(list.codes()).substr(1, list.codes().size() - 2);
@@ -56,12 +43,11 @@ std::string_view entriesOf(const FlatList& list) {
 }  // namespace
 
 std::variant<Dictionary, std::string> dictionaryFromPropertyList(std::string_view bytes) {
-    FlatList list;
-    if (auto damage = read(bytes, list)) {
+    PropertyList list;
+    if (auto damage = list.merge(bytes)) {
         return *std::move(damage);
     }
-    std::string_view rest = entriesOf(list);
-    return takeDictionary(rest);
+    return list.dictionary();
 }
 
 void PropertyList::change(std::string_view key, const Value* value) {
@@ -78,14 +64,23 @@ void PropertyList::change(std::string_view key, const Value* value) {
 }
 
 std::optional<std::string> PropertyList::merge(std::string_view bytes) {
-    FlatList list;
-    auto damage = read(bytes, list);
-    if (!damage) {
+    try {
+        FlatList list;
+        require(bytes.size() <= kMaximumPropertyListBytes, "is larger than 64 MiB");
+        bytes.starts_with("bplist00") ? readBinaryPropertyList(bytes, list) : readXmlPropertyList(bytes, list);
+        const bool isDictionary = objectAt(list.codes()).kind == ObjectKind::dictionary;
+        require(isDictionary, "is a property list whose root is not a dictionary");
         entries_ += entriesOf(list);
-    } else if (!fault_) {
-        fault_ = damage;
+        return std::nullopt;
+    } catch (const ListDamage& damage) {
+        fault_ = fault_.value_or(damage.what);
+        return damage.what;
     }
-    return damage;
+}
+
+Dictionary PropertyList::dictionary() const {
+    std::string_view rest = entries_;
+    return takeDictionary(rest);
 }
 
 std::variant<std::string, PropertyList::Unwritable> PropertyList::binary() const {

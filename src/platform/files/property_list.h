@@ -18,17 +18,17 @@ namespace lunabrook {
 
 inline constexpr std::size_t kMaximumPropertyListBytes = std::size_t{64} << 20;
 
-// What the list holds, or what is wrong with it ("is cut short or damaged"). Values without a meaning here (an
-// archiver's reference, a null) are left out.
-std::variant<Dictionary, std::string> dictionaryFromPropertyList(std::string_view bytes);
-
 // A list in the making. What is said first about a key counts: changes first, then the list that they change.
 class PropertyList {
 public:
     void set(std::string_view key, const Value& value) { change(key, &value); }
     void remove(std::string_view key) { change(key, nullptr); }
-    // Takes over the keys of another list, as they stand there. What is wrong with it, or nil.
+    // Takes over the keys of another list, as they stand there. What is wrong with its bytes, or nil.
     std::optional<std::string> merge(std::string_view bytes);
+    void merge(const PropertyList& other) { entries_ += other.entries_; }
+
+    // What it holds: values without a meaning here (an archiver's reference, a null) are left out.
+    Dictionary dictionary() const;
 
     // The binary form, or why other readers of the format, or this one, would refuse it.
     struct Unwritable {
@@ -42,5 +42,8 @@ private:
     std::string entries_;               // as in a flat list
     std::optional<std::string> fault_;  // the first one
 };
+
+// What the list holds, or what is wrong with it ("is cut short or damaged").
+std::variant<Dictionary, std::string> dictionaryFromPropertyList(std::string_view bytes);
 
 }  // namespace lunabrook

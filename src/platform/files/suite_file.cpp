@@ -20,11 +20,16 @@ SuiteFile::Change SuiteFile::fail(const std::string& what) const {
     return Change::failed;
 }
 
-// What is wrong with the file, or nil. A missing file has no identity, and its bytes are not looked at.
-std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& reader) const {
-    loaded = {.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK), .identity = identityOf(file_)};
+std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, PropertyList& list) const {
+    list = {};
+    loaded = {.file = FileDescriptor(file_, O_RDONLY | O_NONBLOCK), .identity = std::nullopt};
     if (!loaded.file.isOpen()) {
-        return isMissing(errno) ? std::nullopt : std::optional("cannot be read: " + lastErrorText());
+        if (isMissing(errno)) {
+            return std::nullopt;  // and it has no identity, even when it is made right now
+        }
+        const std::string error = lastErrorText();
+        loaded.identity = identityOf(file_);
+        return "cannot be read: " + error;
     }
     struct stat status = {};
     ::fstat(loaded.file.number(), &status);
@@ -36,19 +41,16 @@ std::optional<std::string> SuiteFile::loadOnce(Loaded& loaded, const Reader& rea
     if (!readAll(loaded.file, kMaximumPropertyListBytes, bytes)) {
         return "cannot be read: " + lastErrorText();
     }
-    return reader(bytes);
+    return list.merge(bytes);
 }
 
 // A program that writes in place, without the lock, may be at it: what it wrote until then seems damaged. It begins by
 // emptying the file, and no other program leaves an empty one.
-std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader) const {
+std::optional<std::string> SuiteFile::load(Loaded& loaded, PropertyList& list) const {
     constexpr int kAttempts = 8;
     constexpr std::chrono::milliseconds kPause(25);
     for (int attempt = 1;; ++attempt) {
-        auto damage = loadOnce(loaded, reader);
-        if (!damage && loaded.identity == identityOf(file_)) {
-            return damage;
-        }
+        auto damage = loadOnce(loaded, list);
         if (damage) {
             std::this_thread::sleep_for(kPause);
         }
@@ -62,28 +64,18 @@ std::optional<std::string> SuiteFile::load(Loaded& loaded, const Reader& reader)
 std::shared_ptr<const Dictionary> SuiteFile::snapshot() {
     if (!loaded_ || loaded_->identity != identityOf(file_)) {
         Loaded loaded;
-        const auto damage = load(loaded, [&loaded](const std::string& bytes) -> std::optional<std::string> {
-            auto contents = dictionaryFromPropertyList(bytes);
-            if (auto* dictionary = std::get_if<Dictionary>(&contents)) {
-                loaded.contents = std::make_shared<const Dictionary>(std::move(*dictionary));
-                return std::nullopt;
-            }
-            return std::get<std::string>(std::move(contents));
-        });
+        PropertyList list;
+        const auto damage = load(loaded, list);
         if (damage) {
             fail(*damage + "; it is left as it is and reads as empty");
         }
+        loaded.contents = std::make_shared<const Dictionary>(list.dictionary());
         loaded_ = std::move(loaded);
     }
     return loaded_->contents;
 }
 
-SuiteFile::Change SuiteFile::change(const Edit& edit) { return transact(edit, nullptr); }
-
-SuiteFile::Change SuiteFile::make(const Edit& contents, const MayGo& mayGo) { return transact(contents, &mayGo); }
-
-// `mayGo` is null for an edit of what stands there.
-SuiteFile::Change SuiteFile::transact(const Edit& edit, const MayGo* mayGo) {
+SuiteFile::Change SuiteFile::change(const Edit& edit, const MayGo& mayGo) {
     if (dropsWrites_) {
         return Change::written;
     }
@@ -97,25 +89,19 @@ SuiteFile::Change SuiteFile::transact(const Edit& edit, const MayGo* mayGo) {
     if (const auto error = lock(locked, patience_)) {
         return fail("cannot be locked, so nothing was written: " + *error);
     }
+    PropertyList list;
+    edit(list);
     Loaded loaded;
-    PropertyList changes;
-    edit(changes);
-    PropertyList list = changes;
-    bool stays = false;
-    const auto damage = load(loaded, [&](const std::string& bytes) {
-        list = changes;  // without what another attempt has read
-        if (mayGo == nullptr) {
-            return list.merge(bytes);
-        }
-        const auto there = dictionaryFromPropertyList(bytes);
-        stays = !std::holds_alternative<Dictionary>(there) || !(*mayGo)(std::get<Dictionary>(there));
-        return std::optional<std::string>();
-    });
-    if (mayGo != nullptr && loaded.identity && (stays || damage)) {
+    PropertyList there;
+    const auto damage = load(loaded, there);
+    if (mayGo && loaded.identity && (damage || !mayGo(there.dictionary()))) {
         return Change::wasThere;
     }
     if (damage) {
         return fail(*damage + "; it is left as it is and nothing was written");
+    }
+    if (!mayGo) {
+        list.merge(there);
     }
     const auto bytes = list.binary();
     if (const auto* unwritable = std::get_if<PropertyList::Unwritable>(&bytes)) {

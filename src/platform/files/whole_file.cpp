@@ -3,12 +3,10 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <array>
+#include <atomic>
 #include <fstream>
 #include <future>
-#include <memory>
-#include <random>
 #include <system_error>
 #include <thread>
 
@@ -44,30 +42,7 @@ std::string holderOf(const FileDescriptor& file) {
     return "another program";
 }
 
-// `temporary` is made anew, beside the target.
-std::optional<std::string> replaceThrough(const std::filesystem::path& temporary, const std::filesystem::path& target,
-                                          const std::string& bytes) {
-    struct stat old = {};
-    const bool isNew = ::stat(target.c_str(), &old) != 0;  // before the opening, whose error is told
-    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
-    const bool isMade = file.isOpen();
-    takeOwnerFrom(isNew ? target.parent_path() : target, file);
-    constexpr mode_t kPermissions = 0777;
-    const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
-    // The bytes reach the disk before the name does, so a power cut never finds half of them.
-    const bool isWritten = isMade && ::fchmod(file.number(), mode) == 0 && writeAll(file, bytes) &&
-                           ::fdatasync(file.number()) == 0 && file.close();
-    if (isWritten && ::rename(temporary.c_str(), target.c_str()) == 0) {
-        return std::nullopt;
-    }
-    const std::string error = lastErrorText();
-    if (isMade) {
-        ::unlink(temporary.c_str());
-    }
-    return error;
-}
-
-// For whom no thread is left: now and then.
+// Who does not stand in the queue looks now and then.
 bool lockByLooking(const FileDescriptor& file, std::chrono::milliseconds patience) {
     constexpr std::chrono::milliseconds kPause(2);
     const auto end = std::chrono::steady_clock::now() + patience;
@@ -81,35 +56,45 @@ bool lockByLooking(const FileDescriptor& file, std::chrono::milliseconds patienc
 }
 
 // The system's queue is fair, while who only looks may find busy writers there every time. But nobody can leave the
-// queue: a thread of its own stands in it, and one that was given up drops the lock when it has it.
+// queue: a thread of its own stands in it, and one that was given up drops the lock when it has it. A program that is
+// asked again and again while the holder is stopped has few of them.
 bool lockInTurn(const FileDescriptor& file, std::chrono::milliseconds patience) {
-    const int queued = ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0);
-    const auto turn = std::make_shared<std::promise<bool>>();
-    auto outcome = turn->get_future();
-    try {
-        std::thread([turn, queued] {
-            int result = 0;
-            do {
-                result = ::flock(queued, LOCK_EX);
-            } while (result != 0 && errno == EINTR);
-            turn->set_value(result == 0);
-            ::close(queued);
-        }).detach();
-    } catch (const std::system_error&) {
+    constexpr int kMostInQueue = 8;
+    static std::atomic<int> inQueue = 0;
+    const int queued = inQueue < kMostInQueue ? ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0) : -1;
+    std::packaged_task<bool()> turn([queued] {
+        int result = 0;
+        do {
+            result = ::flock(queued, LOCK_EX);
+        } while (result != 0 && errno == EINTR);
         ::close(queued);
-        return lockByLooking(file, patience);
+        --inQueue;
+        return result == 0;
+    });
+    auto outcome = turn.get_future();
+    try {
+        if (queued >= 0) {
+            ++inQueue;
+            std::thread(std::move(turn)).detach();
+            if (outcome.wait_for(patience) != std::future_status::ready) {
+                return false;
+            }
+            if (outcome.get()) {
+                return true;
+            }
+        }
+    } catch (const std::system_error&) {  // no thread is left
+        --inQueue;
+        ::close(queued);
     }
-    return outcome.wait_for(patience) == std::future_status::ready && outcome.get();
+    return lockByLooking(file, patience);
 }
 
 }  // namespace
 
 bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes) {
     std::array<char, 1 << 16> chunk;
-    struct stat status = {};
-    ::fstat(file.number(), &status);
     bytes.clear();
-    bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
     while (bytes.size() <= limit) {
         const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
         if (count == 0 || (count < 0 && errno != EINTR)) {
@@ -134,16 +119,28 @@ std::filesystem::path withoutLinks(std::filesystem::path file) {
     return error ? file : folder / file.filename();
 }
 
-std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes) {
-    std::filesystem::path temporary = target;
-    temporary += ".new";
+std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes,
+                                       const std::string& ending) {
+    const std::string temporary = target.string() + ending;
     ::unlink(temporary.c_str());
-    return replaceThrough(temporary, target, bytes);
-}
-
-std::optional<std::string> replaceFileOfAnyFolder(const std::filesystem::path& target, const std::string& bytes) {
-    const std::string name = "." + target.filename().string() + "." + std::to_string(std::random_device()());
-    return replaceThrough(target.parent_path() / name, target, bytes);
+    struct stat old = {};
+    const bool isNew = ::stat(target.c_str(), &old) != 0;  // before the opening, whose error is told
+    FileDescriptor file(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kPrivateFile);
+    const bool isMade = file.isOpen();
+    takeOwnerFrom(isNew ? target.parent_path() : target, file);
+    constexpr mode_t kPermissions = 0777;
+    const mode_t mode = isNew ? kPrivateFile : old.st_mode & kPermissions;
+    // The bytes reach the disk before the name does, so a power cut never finds half of them.
+    const bool isWritten = isMade && ::fchmod(file.number(), mode) == 0 && writeAll(file, bytes) &&
+                           ::fdatasync(file.number()) == 0 && file.close();
+    if (isWritten && ::rename(temporary.c_str(), target.c_str()) == 0) {
+        return std::nullopt;
+    }
+    const std::string error = lastErrorText();
+    if (isMade) {
+        ::unlink(temporary.c_str());
+    }
+    return error;
 }
 
 std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience) {
@@ -164,9 +161,10 @@ void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& fil
     struct stat status = {};
     struct stat own = {};
     // What has another name besides may be another's.
-    const bool isOurs = file.isOpen() && ::fstat(file.number(), &own) == 0 && own.st_nlink == 1;
-    if (::geteuid() == 0 && isOurs && ::stat(other.c_str(), &status) == 0) {
-        // A file system that knows no owners is no reason to write nothing.
+    const bool isOurs =
+        file.isOpen() && ::fstat(file.number(), &own) == 0 && (own.st_nlink == 1 || S_ISDIR(own.st_mode));
+    if (isOurs && ::stat(other.c_str(), &status) == 0) {
+        // Only root may give a file away, and a file system that knows no owners is no reason to write nothing.
         [[maybe_unused]] const int ignored = ::fchown(file.number(), status.st_uid, status.st_gid);
     }
 }
@@ -179,10 +177,12 @@ std::optional<std::string> makeFolder(const std::filesystem::path& folder) {
     if (auto error = makeFolder(folder.parent_path())) {
         return error;
     }
-    const bool isMade = ::mkdir(folder.c_str(), kPrivateFolder) == 0 && ::chmod(folder.c_str(), kPrivateFolder) == 0;
-    return isMade || (errno == EEXIST && std::filesystem::is_directory(folder, ignored))
-               ? std::nullopt
-               : std::optional(lastErrorText());
+    if (::mkdir(folder.c_str(), kPrivateFolder) == 0 && ::chmod(folder.c_str(), kPrivateFolder) == 0) {
+        takeOwnerFrom(folder.parent_path(), FileDescriptor(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
+        return std::nullopt;
+    }
+    const std::string error = lastErrorText();
+    return std::filesystem::is_directory(folder, ignored) ? std::nullopt : std::optional(error);
 }
 
 }  // namespace lunabrook

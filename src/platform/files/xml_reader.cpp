@@ -94,7 +94,9 @@ public:
             guard(self, &XmlReader::append, std::string_view(text, static_cast<std::size_t>(length)));
         });
         // A list has no entities of its own: they could ask for any amount of text, or for other files.
-        const auto refuse = [](void* self, auto...) { guard(self, &XmlReader::refuseEntity, {}); };
+        const auto refuse = [](void* self, auto...) {
+            XML_StopParser(static_cast<XmlReader*>(self)->parser_.get(), XML_FALSE);
+        };
         XML_SetEntityDeclHandler(parser_.get(), refuse);
         XML_SetSkippedEntityHandler(parser_.get(), refuse);
     }
@@ -134,8 +136,6 @@ private:
             XML_StopParser(reader->parser_.get(), XML_FALSE);
         }
     }
-
-    void refuseEntity(std::string_view) { throw ListDamage{kNoList}; }
 
     Place place() const { return places_.empty() ? Place::list : places_.back(); }
 

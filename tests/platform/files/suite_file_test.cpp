@@ -52,6 +52,21 @@ TEST_F(SuiteFileTest, EveryNameOfAStoreTakesTheLockBesideIt) {
                                                         std::to_string(getpid()) + " has held the lock")));
 }
 
+// Who was given up stands in the system's queue until the holder lets go.
+TEST_F(SuiteFileTest, AFewThreadsWaitForAStoppedHolderHoweverOftenItIsAsked) {
+    const auto threads = [] { return std::distance(fs::directory_iterator("/proc/self/task"), {}); };
+    writeFile(path("store.plist.lock"), "");
+    FileDescriptor holder(path("store.plist.lock"), O_RDWR);
+    ASSERT_EQ(flock(holder.number(), LOCK_EX), 0);
+    const auto before = threads();
+    for (int i = 0; i < 30; ++i) {
+        EXPECT_EQ(suite("store.plist").change(kSetNew), Change::failed);
+    }
+    EXPECT_LE(threads(), before + 8);
+    holder.close();
+    EXPECT_EQ(suite("store.plist").change(kSetNew), Change::written);
+}
+
 TEST_F(SuiteFileTest, WhatLiesInTheWayIsNeitherFollowedNorWrittenInto) {
     const struct {
         const char *name, *where;
@@ -100,6 +115,20 @@ TEST_F(SuiteFileTest, OwnerAndModeOfAStoreStay) {
     }
 }
 
+TEST_F(SuiteFileTest, WhatRootMakesBelongsToWhomTheFolderAboveBelongsTo) {
+    constexpr uid_t kOwner = 1234;
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "nobody else may give files away";
+    }
+    ASSERT_EQ(chown(path("").c_str(), kOwner, kOwner), 0);
+    EXPECT_EQ(suite("a/b/store.plist").change(kSetNew), Change::written);
+    for (const char* name : {"a", "a/b", "a/b/store.plist", "a/b/store.plist.lock"}) {
+        struct stat status = {};
+        ASSERT_EQ(stat(path(name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_uid, kOwner) << name;
+    }
+}
+
 TEST_F(SuiteFileTest, FolderIsPrivateWhateverTheMask) {
     for (const mode_t mask : {0000U, 0777U}) {
         const std::string name = "mask" + std::to_string(mask);
@@ -124,16 +153,32 @@ TEST_F(SuiteFileTest, WaitsForAWriterInPlace) {
     EXPECT_TRUE(faults_.empty());
 }
 
+// A store that appeared right behind a look for it was once remembered as empty.
+TEST_F(SuiteFileTest, SeesAStoreThatAppearsWhileItLooks) {
+    for (int round = 0; round < 100; ++round) {
+        writeFile(path("made"), kStore);
+        fs::remove(path("store.plist"));
+        std::thread writer([this] { fs::rename(path("made"), path("store.plist")); });
+        for (bool isThere = false; !isThere;) {
+            SuiteFile store = suite("store.plist");
+            store.snapshot();
+            isThere = fs::exists(path("store.plist"));
+            EXPECT_TRUE(store.snapshot()->contains("old") || !isThere);
+        }
+        writer.join();
+    }
+}
+
 TEST_F(SuiteFileTest, MakesANewStoreOnlyWhereNoneIs) {
     const auto may = [](bool go) { return [go](const Dictionary& there) { return go && there.contains("new"); }; };
     const auto setNewer = [](PropertyList& list) { list.set("newer", true); };
-    EXPECT_EQ(suite("store.plist").make(kSetNew, may(false)), Change::written);
-    EXPECT_EQ(suite("store.plist").make(setNewer, may(false)), Change::wasThere);
+    EXPECT_EQ(suite("store.plist").change(kSetNew, may(false)), Change::written);
+    EXPECT_EQ(suite("store.plist").change(setNewer, may(false)), Change::wasThere);
     EXPECT_EQ(*suite("store.plist").snapshot(), (Dictionary{{"new", true}}));
-    EXPECT_EQ(suite("store.plist").make(setNewer, may(true)), Change::written);
+    EXPECT_EQ(suite("store.plist").change(setNewer, may(true)), Change::written);
     EXPECT_EQ(*suite("store.plist").snapshot(), (Dictionary{{"newer", true}}));
     writeFile(path("store.plist"), "damaged");
-    EXPECT_EQ(suite("store.plist").make(setNewer, may(true)), Change::wasThere);
+    EXPECT_EQ(suite("store.plist").change(setNewer, may(true)), Change::wasThere);
     EXPECT_TRUE(faults_.empty());
 }
 

@@ -31,10 +31,9 @@ public:
     // A fault is told when it failed, and none when a file was there that stays: it is whole then.
     enum class Change { written, failed, wasThere };
     using Edit = std::function<void(PropertyList&)>;
-    Change change(const Edit& edit);
-    // The whole contents, where there is no file or one that may go; looked at within the transaction.
+    // Where it is given, the edit says the whole contents, and a file goes only when it may.
     using MayGo = std::function<bool(const Dictionary& there)>;
-    Change make(const Edit& contents, const MayGo& mayGo);
+    Change change(const Edit& edit, const MayGo& mayGo = nullptr);
 
     bool synchronize();
 
@@ -46,12 +45,11 @@ private:
         std::optional<FileIdentity> identity;  // nil when there is no file
         std::shared_ptr<const Dictionary> contents = std::make_shared<const Dictionary>();
     };
-    using Reader = std::function<std::optional<std::string>(const std::string& bytes)>;  // what is wrong with them
 
     Change fail(const std::string& what) const;
-    Change transact(const Edit& edit, const MayGo* mayGo);
-    std::optional<std::string> loadOnce(Loaded& loaded, const Reader& reader) const;
-    std::optional<std::string> load(Loaded& loaded, const Reader& reader) const;
+    // What is wrong with the file, or nil.
+    std::optional<std::string> loadOnce(Loaded& loaded, PropertyList& list) const;
+    std::optional<std::string> load(Loaded& loaded, PropertyList& list) const;
 
     std::filesystem::path file_;
     bool dropsWrites_;

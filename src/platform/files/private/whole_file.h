@@ -15,13 +15,12 @@ namespace lunabrook {
 // Up to the end, or a little beyond the limit: enough to know that there is more. False with `errno` when it cannot.
 bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes);
 
-// In one step: a reader, a kill or a power cut finds the old bytes or the new ones. Owner and mode of an old file stay;
-// a new one is private and belongs to whom the folder belongs to. Under a lock, since a temporary file of one name
-// beside the target is enough then and what a killed writer left goes with the next write. What went wrong, or nil;
-// after a fault the old file is whole and the temporary one gone.
-std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes);
-// The same without a lock: the temporary file has a name that nobody else has.
-std::optional<std::string> replaceFileOfAnyFolder(const std::filesystem::path& target, const std::string& bytes);
+// In one step: a reader, a kill or a power cut finds the old bytes or the new ones. Owner and mode of an old file stay
+// as far as this user may set them; a new one is private. The temporary file beside the target has its name and this
+// ending; what lies there, such as a killed writer's, goes. What went wrong, or nil; after a fault the old file is
+// whole and the temporary one gone.
+std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes,
+                                       const std::string& ending = ".new");
 
 // Where the links end: lock, temporary file and target stand together there, whatever name the file goes by. What the
 // last link leads to may be missing.
@@ -31,7 +30,7 @@ std::filesystem::path withoutLinks(std::filesystem::path file);
 inline constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(10);
 std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience);
 
-// Root writes into the folders of others: what it makes there is theirs.
+// Root writes into the folders of others: what it makes there is theirs. Others may share what they make with a group.
 void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file);
 
 // Only the owner may look into what is made, whatever the mask of the process. What went wrong, or nil.
