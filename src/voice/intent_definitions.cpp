@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "intents/intent_dispatch.h"
@@ -103,6 +104,15 @@ Definitions intentDefinitions(const Device& device) {
         }
     }
     return definitions;
+}
+
+std::optional<IntentDefinition> intentDefinition(const Device& device, std::string_view className) {
+    for (IntentDefinition& definition : intentDefinitions(device)) {
+        if (definition.className == className) {
+            return std::move(definition);
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace lunabrook

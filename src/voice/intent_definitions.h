@@ -4,7 +4,9 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/device/device.h"
@@ -30,5 +32,7 @@ struct IntentDefinition {
 // All nine, in the device's language. Empty, with a fault told, when the resource is missing or damaged: one definition
 // that is wrong or left out damages the whole.
 std::vector<IntentDefinition> intentDefinitions(const Device& device);
+// The one of the class; nil when there are none.
+std::optional<IntentDefinition> intentDefinition(const Device& device, std::string_view className);
 
 }  // namespace lunabrook

@@ -126,13 +126,11 @@ std::map<std::string, sdbus::Variant> IntentsService::Describe(const std::string
     const IntentRoute& route = routeOfClass(intentClass);
     return answerOnDevice([&route](const Device& device) {
         std::map<std::string, sdbus::Variant> fields;
-        for (const IntentDefinition& definition : intentDefinitions(device)) {
-            if (definition.className == route.className) {
-                fields = {{"title", busText(definition.title)},        {"description", busText(definition.description)},
-                          {"category", busText(definition.category)},  {"phrases", busTexts(definition.phrases)},
-                          {"success", busOutcome(definition.success)}, {"failure", busOutcome(definition.failure)},
-                          {"parameters", definition.parameters}};
-            }
+        if (const auto definition = intentDefinition(device, route.className)) {
+            fields = {{"title", busText(definition->title)},        {"description", busText(definition->description)},
+                      {"category", busText(definition->category)},  {"phrases", busTexts(definition->phrases)},
+                      {"success", busOutcome(definition->success)}, {"failure", busOutcome(definition->failure)},
+                      {"parameters", definition->parameters}};
         }
         return fields;
     });

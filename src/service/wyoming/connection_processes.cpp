@@ -31,6 +31,7 @@ public:
             sigaddset(&signals, signal);
         }
         ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+        ::signal(SIGCHLD, SIG_DFL);  // where who started us ignores it, nobody hears of a child's end
         signals_ = ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     }
     ~ConnectionProcesses() {

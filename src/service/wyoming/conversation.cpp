@@ -1,6 +1,5 @@
 #include "service/wyoming/conversation.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -44,10 +43,8 @@ void speak(const std::string& language, Device::Settings& settings) {
 }
 
 std::string failureText(const Device& device, const IntentRoute& route) {
-    const std::vector<IntentDefinition> definitions = intentDefinitions(device);
-    const auto defined = std::find_if(definitions.begin(), definitions.end(),
-                                      [&route](const auto& one) { return one.className == route.className; });
-    return defined != definitions.end() ? defined->failure.text : device.localizedString(kSorry);
+    const auto definition = intentDefinition(device, route.className);
+    return definition ? definition->failure.text : device.localizedString(kSorry);
 }
 
 struct Spoken {

@@ -97,8 +97,8 @@ std::optional<Address> addressFromUri(std::string_view uri) {
 
 void ListeningSocket::listen(int family, const sockaddr* address, socklen_t length) {
     descriptor_ = ::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    ::setsockopt(descriptor_, SOL_SOCKET, SO_REUSEADDR, &kOn, sizeof(kOn));
-    if (descriptor_ < 0 || ::bind(descriptor_, address, length) != 0 || ::listen(descriptor_, SOMAXCONN) != 0) {
+    if (descriptor_ < 0 || ::setsockopt(descriptor_, SOL_SOCKET, SO_REUSEADDR, &kOn, sizeof(kOn)) != 0 ||
+        ::bind(descriptor_, address, length) != 0 || ::listen(descriptor_, SOMAXCONN) != 0) {
         const int error = errno;
         ::close(descriptor_);
         fail(uri_, error);
