@@ -1,23 +1,24 @@
 #include "voice/resource_file.h"
 
-#include <fstream>
+#include <utility>
+
+#include "platform/files/file_bytes.h"
 
 namespace lunabrook {
 
 std::variant<std::string, Damage> resourceFile(const std::filesystem::path& file) {
-    constexpr std::uintmax_t kMaximumBytes = std::uintmax_t{1} << 20;
-    std::error_code error;
-    const std::uintmax_t size =
-        std::filesystem::is_regular_file(file, error) ? std::filesystem::file_size(file, error) : kMaximumBytes + 1;
-    if (error || size > kMaximumBytes) {
-        return Damage{0, "is missing or too large"};
+    constexpr std::size_t kMaximumBytes = std::size_t{1} << 20;
+    const Damage noFile{0, "is missing or too large"};
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored)) {
+        return noFile;
     }
-    std::ifstream stream(file, std::ios::binary);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    if (!stream.read(bytes.data(), static_cast<std::streamsize>(size))) {
+    auto read = bytesOfFile(file, kMaximumBytes);
+    auto* bytes = std::get_if<std::string>(&read);
+    if (bytes == nullptr) {
         return Damage{0, "cannot be read"};
     }
-    return bytes;
+    return bytes->size() <= kMaximumBytes ? std::variant<std::string, Damage>(std::move(*bytes)) : noFile;
 }
 
 }  // namespace lunabrook

@@ -1,10 +1,10 @@
 #include "platform/text/bundle.h"
 
 #include <algorithm>
-#include <fstream>
 #include <utility>
 #include <variant>
 
+#include "platform/files/file_bytes.h"
 #include "platform/files/private/file_descriptor.h"
 #include "platform/text/private/language_match.h"
 #include "platform/text/string_table.h"
@@ -13,7 +13,7 @@ namespace lunabrook {
 
 namespace {
 
-constexpr std::uintmax_t kMaximumTableBytes = std::uintmax_t{64} << 20;
+constexpr std::size_t kMaximumTableBytes = std::size_t{64} << 20;
 constexpr const char* kLanguageExtension = ".lproj";
 
 // Languages come from the environment too: one that is no tag must not lead out of the folder.
@@ -68,19 +68,13 @@ std::optional<std::filesystem::path> findLanguage(const std::filesystem::path& f
 
 // Nil when the file cannot be read, or is too large to be a table.
 std::optional<std::string> bytesOf(const std::filesystem::path& file) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(file, error);
-    std::ifstream stream;
-    if (!error && size <= kMaximumTableBytes) {
-        stream.open(file, std::ios::binary);
-    }
-    if (!stream.is_open()) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored)) {
         return std::nullopt;
     }
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(size));
-    bytes.resize(static_cast<std::size_t>(stream.gcount()));
-    return stream.bad() ? std::nullopt : std::optional(std::move(bytes));
+    auto read = bytesOfFile(file, kMaximumTableBytes);
+    auto* bytes = std::get_if<std::string>(&read);
+    return bytes != nullptr && bytes->size() <= kMaximumTableBytes ? std::optional(std::move(*bytes)) : std::nullopt;
 }
 
 std::optional<StringTable> loadTable(const std::filesystem::path& file, const FaultListener& faults) {

@@ -13,11 +13,7 @@ namespace {
 
 constexpr UChar32 kEmojiSelector = 0xFE0F;
 
-bool isInvisible(UChar32 character) {
-    const int8_t category = u_charType(character);
-    return category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK || category == U_FORMAT_CHAR ||
-           category == U_CONTROL_CHAR || u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0;
-}
+bool isInvisible(UChar32 character) { return takesNoRoom(character) || u_charType(character) == U_CONTROL_CHAR; }
 
 // Walks over a text and counts the columns of what it passed.
 class Ruler {

@@ -17,16 +17,6 @@ constexpr UChar32 kByteOrderMark = 0xFEFF;
 
 constexpr double kEllipsisEms = 1;
 
-bool isMark(UChar32 character) {
-    const int8_t category = u_charType(character);
-    return category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK;
-}
-
-bool takesNoRoom(UChar32 character) {
-    return isMark(character) || u_charType(character) == U_FORMAT_CHAR ||
-           u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0;
-}
-
 double ofLatinSign(char sign) {
     constexpr std::string_view kSlim = " .,:;'!|ijlI()[]/-";
     constexpr std::string_view kBroad = "mwMW%@";
