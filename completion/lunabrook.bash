@@ -56,7 +56,7 @@ _lunabrook_device="--preferences --now --time-zone --locale --language --bundle 
 
 _lunabrook() {
     local cur prev words cword split
-    _init_completion -s || return
+    _init_completion -s -n : || return
     case $prev in
         --output)
             _filedir

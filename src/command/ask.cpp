@@ -5,6 +5,7 @@
 
 #include "command/verbs.h"
 #include "host/json_output.h"
+#include "host/message.h"
 #include "intents/intent_dispatch.h"
 #include "intents/intent_handler.h"
 #include "platform/device/line_input.h"
@@ -85,11 +86,8 @@ void printJson(const IntentRoute& route, const IntentReply& reply) {
 }
 
 void tellFailure(const Device& device, const IntentRoute& route) {
-    std::cout.flush();
-    for (const IntentDefinition& definition : intentDefinitions(device)) {
-        if (definition.className == route.className) {
-            std::cerr << "lunabrook: " << definition.failure.text << "\n";
-        }
+    if (const auto definition = intentDefinition(device, route.className)) {
+        tell("lunabrook", definition->failure.text);
     }
 }
 
@@ -118,8 +116,8 @@ std::string trimmed(const std::string& line) {
 bool isWordOfTheConversation(const Device& device, const std::string& text, bool& goesOn) {
     const std::string key = nameKey(text);
     if (key == "help" || key == "?") {
-        std::cout << "Say one of these, in words of your own or by name; quit or Ctrl-D ends.\n";
-        listIntents(device, false);
+        std::cerr << "Say one of these, in words of your own or by name; quit or Ctrl-D ends.\n";
+        listIntents(device, std::cerr);
         return true;
     }
     goesOn = key != "quit" && key != "exit";
@@ -157,6 +155,10 @@ ExitStatus askLines(const Device& device, bool asJson, const std::function<void(
         const auto line = input.next();
         if (!line) {
             break;
+        }
+        if (line->size() >= LineInput::kMostBytes) {
+            status = std::max(status, complain("a line is longer than anybody speaks"));
+            continue;
         }
         const std::string text = trimmed(*line);
         if (!text.empty() && !(isConversation && isWordOfTheConversation(device, text, goesOn))) {

@@ -166,8 +166,11 @@ void addVerbs(CLI::App& app, Call& call) {
     });
     CLI::App* intents = addVerb(app, "intents", "Lists the nine intents: short name, title, a phrase");
     addJsonFlag(*intents, call, "An object a line, with phrases, codes and parameters");
-    intents->callback(
-        [&call] { call.verb = [&call](const Device& device) { return listIntents(device, call.asJson); }; });
+    intents->callback([&call] {
+        call.verb = [&call](const Device& device) {
+            return call.asJson ? listIntentsAsJson(device) : listIntents(device, std::cout);
+        };
+    });
     CLI::App* demo = addVerb(app, "demo", "Makes up a week of sleep, in an empty folder", kDemoMore);
     demo->add_flag("--again", call.again, "Replace the store of an earlier demo")->disable_flag_override();
     demo->callback([&call] {
@@ -229,7 +232,7 @@ ExitStatus parseAndRun(int argc, char** argv) {
     addDeviceOptions(app, call.device);
     addVerbs(app, call);
     try {
-        app.parse(argc, argv);
+        parseCall(app, argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             app.exit(error);

@@ -21,7 +21,9 @@ Entry rowOf(const IntentDefinition& definition) {
 
 Json jsonOf(const IntentDefinition::Outcome& outcome) { return {{"code", outcome.code}, {"text", outcome.text}}; }
 
-ExitStatus listAsJson(const Device& device) {
+}  // namespace
+
+ExitStatus listIntentsAsJson(const Device& device) {
     constexpr int kOneLine = -1;
     for (const IntentDefinition& definition : intentDefinitions(device)) {
         std::cout << jsonText({{"name", intentRouteNamed(definition.className)->shortName},
@@ -38,12 +40,7 @@ ExitStatus listAsJson(const Device& device) {
     return ExitStatus::answered;
 }
 
-}  // namespace
-
-ExitStatus listIntents(const Device& device, bool asJson) {
-    if (asJson) {
-        return listAsJson(device);
-    }
+ExitStatus listIntents(const Device& device, std::ostream& output) {
     std::vector<Entry> rows;
     Entry::size_type constexpr kPhrase = 2;
     std::array<int, kPhrase> widths{};
@@ -56,9 +53,9 @@ ExitStatus listIntents(const Device& device, bool asJson) {
     for (const Entry& row : rows) {
         for (std::size_t column = 0; column < kPhrase; ++column) {
             const int blanks = widths[column] - displayWidth(row[column]) + 2;
-            std::cout << row[column] << std::string(static_cast<std::size_t>(blanks), ' ');
+            output << row[column] << std::string(static_cast<std::size_t>(blanks), ' ');
         }
-        std::cout << row[kPhrase] << "\n";
+        output << row[kPhrase] << "\n";
     }
     return ExitStatus::answered;
 }

@@ -1,5 +1,4 @@
 #include <charconv>
-#include <cstdlib>
 #include <iostream>
 #include <optional>
 
@@ -7,6 +6,7 @@
 #include "command/picture.h"
 #include "command/today.h"
 #include "command/verbs.h"
+#include "host/device_options.h"
 #include "platform/device/terminal.h"
 #include "platform/files/file_bytes.h"
 #include "platform/text/display_width.h"
@@ -16,11 +16,6 @@ namespace lunabrook {
 namespace {
 
 constexpr int kWholePage = 80;
-
-std::string environment(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr ? value : "";
-}
 
 // NO_COLOR is any text that is not empty, as no-color.org says.
 bool terminalHasColours() {

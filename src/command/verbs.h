@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,8 +38,9 @@ struct TodayForm {
 // The morning at a glance: a page, with colours on a terminal unless NO_COLOR is set, a picture or one object.
 ExitStatus showToday(const Device& device, const TodayForm& form);
 
-// Short name, title and a phrase of each intent; with `asJson` one object a line with all that is defined.
-ExitStatus listIntents(const Device& device, bool asJson);
+// Short name, title and a phrase of each intent; as JSON one object a line with all that is defined.
+ExitStatus listIntents(const Device& device, std::ostream& output);
+ExitStatus listIntentsAsJson(const Device& device);
 
 // Fills an empty preferences folder; refuses when a store is there, but `again` for one that it made itself and nobody
 // changed. `program` is how to call the program on this device, with a blank behind it.

@@ -56,7 +56,11 @@ std::string unexpectedText(const std::vector<const CLI::App*>& verbs, const std:
                                      [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
     if (option != extras.end()) {
         const std::string name = option->substr(0, option->find('='));
-        return "there is no option " + name + suggestion(name, optionNames(verbs));
+        const std::vector<KnownName> known = optionNames(verbs);
+        if (std::any_of(known.begin(), known.end(), [&name](const KnownName& one) { return one.shown == name; })) {
+            return name + " goes behind the verb: " + joinedNames(verbs) + " " + name;
+        }
+        return "there is no option " + name + suggestion(name, known);
     }
     const std::vector<KnownName> inner = verbNames(*verbs.back());
     const std::string word = quotedText(extras.front());
@@ -133,6 +137,27 @@ void prepareParser(CLI::App& app) {
     app.set_version_flag("-V,--version", LUNABROOK_VERSION, "Print the version");
 }
 
+void parseCall(CLI::App& app, int argc, char** argv) {
+    std::vector<std::string> arguments;
+    bool areOptions = true;
+    for (int i = 1; i < argc; ++i) {
+        std::string argument = argv[i];
+        areOptions = areOptions && argument != "--";
+        // The library takes "--output=", which an empty variable leaves, for an option whose value is the next word.
+        const bool hasEmptyValue = areOptions && argument.size() > 3 && argument.starts_with("--") &&
+                                   argument.find('=') == argument.size() - 1;
+        if (hasEmptyValue) {
+            argument.pop_back();
+        }
+        arguments.push_back(std::move(argument));
+        if (hasEmptyValue) {
+            arguments.emplace_back();
+        }
+    }
+    std::reverse(arguments.begin(), arguments.end());  // as the library wants them
+    app.parse(std::move(arguments));
+}
+
 std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<const CLI::App*> verbs = calledVerbs(app);
     return whatIsWrong(verbs, error) + " (`" + joinedNames(verbs) + " --help` shows how to call it)";
@@ -140,7 +165,7 @@ std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error) {
 
 std::optional<int> exitAfterParsing(CLI::App& app, int argc, char** argv, StandardOutput& output) {
     try {
-        app.parse(argc, argv);
+        parseCall(app, argc, argv);
         return std::nullopt;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {

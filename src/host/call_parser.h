@@ -19,6 +19,9 @@ namespace lunabrook {
 // Lays the help out for 78 columns and adds -V and --version.
 void prepareParser(CLI::App& app);
 
+// Parses the arguments of a call; a library's fault says what is wrong.
+void parseCall(CLI::App& app, int argc, char** argv);
+
 // What was wrong and what would be right; one sentence.
 std::string wrongCallText(const CLI::App& app, const CLI::ParseError& error);
 

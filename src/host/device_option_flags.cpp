@@ -33,7 +33,7 @@ void addDeviceOptions(CLI::App& app, DeviceOptions& options) {
 std::string typedOptions(const DeviceOptions& options) {
     std::string text;
     const auto add = [&text](const char* name, const std::optional<std::string>& value) {
-        if (value && !value->empty()) {
+        if (value) {
             text += std::string(name) + " " + shellWord(*value) + " ";
         }
     };

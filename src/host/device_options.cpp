@@ -14,16 +14,10 @@ namespace {
 
 using Notes = std::vector<std::string>;
 
-// Empty counts as unset, as everywhere in the system's environment.
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
 // Empty when nothing says where.
-std::filesystem::path preferencesFolder(const std::string& option) {
-    if (!option.empty()) {
-        return option;
+std::filesystem::path preferencesFolder(const std::optional<std::string>& option) {
+    if (option) {
+        return *option;
     }
     if (const std::string own = environment("LUNABROOK_PREFERENCES"); !own.empty()) {
         return own;
@@ -37,9 +31,9 @@ std::filesystem::path preferencesFolder(const std::string& option) {
 
 // In a build tree `resources` stands beside the executable; installed, it is the share folder of the same prefix, and a
 // folder of that name beside the executable is somebody else's.
-std::filesystem::path bundleFolder(const std::string& option) {
-    if (!option.empty()) {
-        return option;
+std::filesystem::path bundleFolder(const std::optional<std::string>& option) {
+    if (option) {
+        return *option;
     }
     std::error_code error;
     const std::filesystem::path programs = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
@@ -81,8 +75,8 @@ std::vector<std::string> languagesOfList(const std::string& list, char separator
 // Of the texts: what is asked for, else what the environment says of messages; a locale that is asked for goes before
 // the environment's.
 std::vector<std::string> preferredLanguages(const DeviceOptions& options) {
-    if (!options.languages.empty()) {
-        return languagesOfList(options.languages, ',');
+    if (options.languages) {
+        return languagesOfList(*options.languages, ',');
     }
     std::vector<std::string> languages = languagesOfList(environment("LANGUAGE"), ':');
     std::string locale = options.locale.value_or("");
@@ -159,6 +153,11 @@ std::variant<std::function<Date()>, WrongCall> clockOf(const std::optional<std::
 
 }  // namespace
 
+std::string environment(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
 std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options) {
     Notes notes;
     auto zone = findTimeZone(options.timeZone, notes);
@@ -168,6 +167,12 @@ std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options) {
     auto clock = clockOf(options.now, std::get<TimeZone>(zone));
     if (auto* wrong = std::get_if<WrongCall>(&clock)) {
         return std::move(*wrong);
+    }
+    if (options.preferences == "") {
+        return WrongCall{namesNothing("--preferences", "folder", "") + "say which, or leave it out"};
+    }
+    if (options.languages && languagesOfList(*options.languages, ',').empty()) {
+        return WrongCall{namesNothing("--language", "language", *options.languages) + "say one like en or de,en"};
     }
     std::filesystem::path preferences = preferencesFolder(options.preferences);
     if (preferences.empty()) {
@@ -179,8 +184,8 @@ std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options) {
                          "; name its folder with --preferences"};
     }
     std::filesystem::path bundle = bundleFolder(options.bundle);
-    if (!options.bundle.empty() && !std::filesystem::is_directory(bundle, error)) {
-        return WrongCall{namesNothing("--bundle", "folder", options.bundle) + "say one with <language>.lproj in it"};
+    if (options.bundle && !std::filesystem::is_directory(bundle, error)) {
+        return WrongCall{namesNothing("--bundle", "folder", *options.bundle) + "say one with <language>.lproj in it"};
     }
     auto locale = findLocale(options.locale, notes);
     if (auto* wrong = std::get_if<WrongCall>(&locale)) {

@@ -15,12 +15,12 @@
 namespace lunabrook {
 
 struct DeviceOptions {
-    std::string preferences;              // empty: as the environment says
-    std::optional<std::string> now;       // the clock stands still there
-    std::optional<std::string> timeZone;  // nil: TZ or the system's
-    std::optional<std::string> locale;    // nil: LC_ALL, LC_TIME or LANG
-    std::string languages;                // "de,en"; empty: LANGUAGE, then the locale, LC_ALL, LC_MESSAGES or LANG
-    std::string bundle;                   // empty: beside the executable
+    std::optional<std::string> preferences;  // nil: as the environment says
+    std::optional<std::string> now;          // the clock stands still there
+    std::optional<std::string> timeZone;     // nil: TZ or the system's
+    std::optional<std::string> locale;       // nil: LC_ALL, LC_TIME or LANG
+    std::optional<std::string> languages;    // "de,en"; nil: LANGUAGE, then the locale, LC_ALL, LC_MESSAGES or LANG
+    std::optional<std::string> bundle;       // nil: beside the executable
 };
 
 // Why an option is wrong, and what would be right; one sentence.
@@ -35,5 +35,8 @@ struct FoundDevice {
     std::vector<std::string> notes;  // a sentence for each thing that fell back: TZ, the locale
 };
 std::variant<FoundDevice, WrongCall> findDevice(const DeviceOptions& options);
+
+// A variable's value; one that is unset is empty, as everywhere in the system's environment.
+std::string environment(const char* variable);
 
 }  // namespace lunabrook

@@ -8,7 +8,7 @@ namespace lunabrook {
 
 void tell(std::string_view program, const std::string& what) {
     std::cout.flush();
-    std::cerr << program << ": " << escapedText(what) << "\n";
+    std::cerr << std::string(program) + ": " + escapedText(what) + "\n";  // in one write: others may tell theirs there
 }
 
 std::optional<std::string> whatIsWrongWithDevice(std::string_view program, const DeviceOptions& device) {

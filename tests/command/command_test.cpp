@@ -179,7 +179,11 @@ TEST_F(Command, DrawsTheMorningIntoAFile) {
     const Outcome full = run("today --svg --output '" + file + "'", kPinned, "ulimit -f 1;");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(readFile(file), picture);
-    EXPECT_FALSE(std::filesystem::exists(file + ".new"));
+    for (const auto& entry : std::filesystem::directory_iterator(inFolder(""))) {
+        EXPECT_THAT(entry.path().filename(), testing::AnyOf("morning.svg", "link.svg", "preferences", "error"));
+    }
+    // A name of the system's for a pipe leads to no file.
+    EXPECT_THAT(run("today --svg --output /dev/stdout 2>&1 | cat").output, HasSubstr("it is no regular file"));
 }
 
 TEST_F(Command, ShowsTheMorningAsOneObject) {
@@ -352,6 +356,13 @@ TEST_F(Command, WrongCallsSayWhatWouldBeRight) {
         {"ask \"$(printf 'a\\033[2Jb')\"", "answers to \"a\\x1b[2Jb\""},
         // Nothing is answered when one of several is unclear.
         {"ask lights-off 'How ready is my dinner?' 'Good night'", "nearest phrases are \"How ready am I today?\", \""},
+        // An empty variable in the call: the next word was its value once, and the store that of another folder.
+        {"--preferences= ask lights-off", "--preferences names no folder: \"\""},
+        {"--preferences '' ask lights-off", "--preferences names no folder: \"\""},
+        {"today --svg --output= --width=400", "--output names no file"},
+        {"--language , today", "--language names no language: \",\""},
+        {"--bundle '' today", "--bundle names no folder: \"\""},
+        {"--width 400 today --svg", "--width goes behind the verb: lunabrook today --width"},
         {"ask lights-off ''", "no intent answers to \"\""},
         {"ask lights-off 'lights on'", "answers to \"lights on\"; the nearest phrases are \"Lights off\""},
         {"ask lights-off 'play some music'", "answers to \"play some music\" (`lunabrook intents`"},
@@ -441,10 +452,12 @@ TEST_F(Command, FallsBackWhereTheEnvironmentDoesNotHold) {
 
 TEST_F(Command, AnswersEachLineOfItsInput) {
     run("demo");
-    const Outcome lines = run("ask", kPinned, "printf ' readiness\\r\\n\\nlights on\\n  How well did I sleep?' |");
+    const Outcome lines =
+        run("ask", kPinned, "printf ' readiness\\r\\n\\nlights on\\nlights off%70000s\\n  How well did I sleep?' |");
     EXPECT_EQ(lines.status, 2);
     EXPECT_EQ(lines.output, "Today's Readiness is good.\n2 sleep rings closed. Today's sleep rating is 98%.\n");
-    EXPECT_THAT(lines.error, StartsWith("lunabrook: no intent answers to \"lights on\""));
+    EXPECT_THAT(lines.error, AllOf(StartsWith("lunabrook: no intent answers to \"lights on\""),
+                                   HasSubstr("a line is longer than anybody speaks")));
     EXPECT_EQ(run("ask", kPinned, "true |").status, 0);
     const Outcome unreadable = run("ask </");
     EXPECT_EQ(unreadable.status, 1);
@@ -452,17 +465,23 @@ TEST_F(Command, AnswersEachLineOfItsInput) {
 }
 
 TEST_F(Command, TalksToAPersonAtATerminal) {
-    writeFile(inFolder("said"), "good night\nlights on\nhelp\nquit\nreadiness\n");
+    const auto talk = [this](const std::string& said, const std::string& ask) {
+        writeFile(inFolder("said"), said);
+        return shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" + preferences().string() +
+                     "'" + kPinned + " --bundle '" + inFolder("bundle") + "' " + ask + "\" /dev/null <'" +
+                     inFolder("said") + "'");
+    };
     writeFile(inFolder("bundle/en.lproj/Localizable.strings"), "\"Good Night\" = \"Good\\U001b[2JNight\";");
     writeFile(inFolder("bundle/en.lproj/Sentences.yaml"), readFile(LUNABROOK_RESOURCES "/en.lproj/Sentences.yaml"));
     writeFile(inFolder("bundle/Intents.json"), readFile(LUNABROOK_RESOURCES "/Intents.json"));
-    const Ended talk =
-        shell("script -qec \"stty -echo; '" LUNABROOK_PROGRAM "' --preferences '" + preferences().string() + "'" +
-              kPinned + " --bundle '" + inFolder("bundle") + "' ask\" /dev/null <'" + inFolder("said") + "'");
-    EXPECT_EQ(talk.status, 2);
-    EXPECT_THAT(talk.output, AllOf(HasSubstr("Good\uFFFD[2JNight\r\n"), HasSubstr("no intent answers to \"lights on\""),
-                                   HasSubstr("sleep-rings        Sleep Rings"), testing::Not(HasSubstr("No Data"))));
+    const Ended whole = talk("good night\nlights on\nhelp\nquit\nreadiness\n", "ask");
+    EXPECT_EQ(whole.status, 2);
+    EXPECT_THAT(whole.output,
+                AllOf(HasSubstr("Good\uFFFD[2JNight\r\n"), HasSubstr("no intent answers to \"lights on\""),
+                      HasSubstr("sleep-rings        Sleep Rings"), testing::Not(HasSubstr("No Data"))));
     EXPECT_THAT(run("store show activeLightSwitch").output, HasSubstr("2026-06-10T06:30"));
+    talk("help\nquit\n", "ask --json >'" + inFolder("answers") + "'");
+    EXPECT_EQ(readFile(inFolder("answers")), "");
 }
 
 // A name takes no definitions and no templates; a damaged resource is no reason to keep an answer back.

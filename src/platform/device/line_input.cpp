@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <histedit.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +18,6 @@ namespace {
 constexpr const char* kEditingLibrary = "libedit.so.2";
 char kPrompt[] = "> ";  // the library wants a text that it might change
 constexpr int kKeptLines = 100;
-constexpr std::size_t kMostBytes = std::size_t{64} << 10;
 
 char* promptOf(EditLine*) { return kPrompt; }
 
@@ -66,7 +66,7 @@ public:
             std::cerr << "\n";
             return std::nullopt;
         }
-        std::string line(typed, static_cast<std::size_t>(count));
+        std::string line(typed, std::min(static_cast<std::size_t>(count), kMostBytes));
         if (line.ends_with('\n')) {
             line.pop_back();
         }

@@ -19,7 +19,10 @@ public:
     LineInput(const LineInput&) = delete;
     LineInput& operator=(const LineInput&) = delete;
 
-    // Without its end; nil at the end of the input. What is longer than anybody speaks is cut off.
+    // More than anybody speaks.
+    static constexpr std::size_t kMostBytes = std::size_t{64} << 10;
+
+    // Without its end; nil at the end of the input. A longer one is cut off there.
     std::optional<std::string> next();
     // Whether the input ended because it could not be read.
     bool hasFailed() const;
