@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
     format.format(static_cast<UDate>(std::time(nullptr)) * kMillisecondsPerSecond, text);
     std::string utf8;
     std::printf("%s %u\n", text.toUTF8String(utf8).c_str(), root != nullptr ? plist_dict_get_size(root) : 0);
+    const bool isRead = root != nullptr;
     plist_free(root);
-    return U_SUCCESS(status) ? 0 : 1;
+    return isRead && U_SUCCESS(status) ? 0 : 1;
 }

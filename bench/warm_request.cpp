@@ -3,7 +3,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <string>
 
 #include "command/demo_week.h"
 #include "metrics/group_metrics.h"
@@ -43,12 +45,14 @@ void makeStore(const std::filesystem::path& preferences, std::int64_t days) {
 
 template <auto kRequest>
 void warmRequest(benchmark::State& state) {
-    const std::filesystem::path preferences =
-        std::filesystem::temp_directory_path() / ("lunabrook-bench-" + std::to_string(state.range(0)));
-    std::filesystem::remove_all(preferences);
+    std::string folder = std::filesystem::temp_directory_path() / "lunabrook-bench-XXXXXX";
+    const std::filesystem::path preferences = ::mkdtemp(folder.data()) != nullptr ? folder : "";
     makeStore(preferences, state.range(0));
     const Device device(settingsOf(preferences, true));
     GroupMetrics metrics(device);
+    if (!(metrics.*kRequest)()) {  // it loads the store, too
+        state.SkipWithError("there is no store to ask");
+    }
     for (auto _ : state) {
         benchmark::DoNotOptimize((metrics.*kRequest)());
     }

@@ -104,8 +104,8 @@ protected:
             std::exit(1);
         }
         serviceFile_ = std::filesystem::path(services) / "kestrovan.Lunabrook.service";
-        shell(std::string(LUNABROOK_PROGRAM) + kDevice + " --time-zone Europe/Berlin demo --preferences " +
-              preferences());
+        shell("'" LUNABROOK_PROGRAM "'" + std::string(kDevice) + " --time-zone Europe/Berlin demo --preferences '" +
+              preferences() + "'");
     }
 
     ~IntentsServiceTest() override {
@@ -118,7 +118,8 @@ protected:
     }
 
     std::string serviceWith(const std::string& options) const {
-        return std::string(LUNABROOK_INTENTS_PROGRAM) + kDevice + " " + options + " --preferences " + preferences();
+        return "'" LUNABROOK_INTENTS_PROGRAM "'" + std::string(kDevice) + " " + options + " --preferences '" +
+               preferences() + "'";
     }
     std::string preferences() const { return folder_.path() / "preferences"; }
 
