@@ -46,7 +46,11 @@ void makeStore(const std::filesystem::path& preferences, std::int64_t days) {
 template <auto kRequest>
 void warmRequest(benchmark::State& state) {
     std::string folder = std::filesystem::temp_directory_path() / "lunabrook-bench-XXXXXX";
-    const std::filesystem::path preferences = ::mkdtemp(folder.data()) != nullptr ? folder : "";
+    if (::mkdtemp(folder.data()) == nullptr) {
+        state.SkipWithError("there is no folder for a store");
+        return;
+    }
+    const std::filesystem::path preferences = folder;
     makeStore(preferences, state.range(0));
     const Device device(settingsOf(preferences, true));
     GroupMetrics metrics(device);

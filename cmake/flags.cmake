@@ -16,6 +16,7 @@ if(LUNABROOK_CAN_PACK_RELOCATIONS)
   target_link_options(lunabrook_flags INTERFACE -Wl,-z,pack-relative-relocs)
 endif()
 if(LUNABROOK_SANITIZE)
+  target_compile_definitions(lunabrook_flags INTERFACE LUNABROOK_SANITIZED)
   target_compile_options(lunabrook_flags INTERFACE -fsanitize=${LUNABROOK_SANITIZE} -fno-sanitize-recover=all
                                                    -fno-omit-frame-pointer)
   target_link_options(lunabrook_flags INTERFACE -fsanitize=${LUNABROOK_SANITIZE})

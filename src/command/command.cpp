@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <iostream>
 #include <system_error>
 
 #include "command/verbs.h"

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "host/message.h"
@@ -57,7 +59,8 @@ std::string unexpectedText(const std::vector<const CLI::App*>& verbs, const std:
     if (option != extras.end()) {
         const std::string name = option->substr(0, option->find('='));
         const std::vector<KnownName> known = optionNames(verbs);
-        if (std::any_of(known.begin(), known.end(), [&name](const KnownName& one) { return one.shown == name; })) {
+        if (verbs.size() > 1 &&
+            std::any_of(known.begin(), known.end(), [&name](const KnownName& one) { return one.shown == name; })) {
             return name + " goes behind the verb: " + joinedNames(verbs) + " " + name;
         }
         return "there is no option " + name + suggestion(name, known);
@@ -127,6 +130,15 @@ std::string whatIsWrong(const std::vector<const CLI::App*>& verbs, const CLI::Pa
     return numberText(libraryText);
 }
 
+// Of the program or of any verb below it.
+bool isOptionWithValue(const CLI::App& app, const std::string& name) {
+    const CLI::Option* option = app.get_option_no_throw(name);
+    const std::vector<const CLI::App*> verbs = app.get_subcommands([](const CLI::App*) { return true; });
+    return (option != nullptr && !option->get_type_name().empty()) ||
+           std::any_of(verbs.begin(), verbs.end(),
+                       [&name](const auto* verb) { return isOptionWithValue(*verb, name); });
+}
+
 }  // namespace
 
 void prepareParser(CLI::App& app) {
@@ -141,15 +153,13 @@ void parseCall(CLI::App& app, int argc, char** argv) {
     std::vector<std::string> arguments;
     bool areOptions = true;
     for (int i = 1; i < argc; ++i) {
-        std::string argument = argv[i];
+        const std::string argument = argv[i];
         areOptions = areOptions && argument != "--";
         // The library takes "--output=", which an empty variable leaves, for an option whose value is the next word.
-        const bool hasEmptyValue = areOptions && argument.size() > 3 && argument.starts_with("--") &&
-                                   argument.find('=') == argument.size() - 1;
-        if (hasEmptyValue) {
-            argument.pop_back();
-        }
-        arguments.push_back(std::move(argument));
+        const std::string name = argument.substr(0, argument.size() - 1);
+        const bool hasEmptyValue =
+            areOptions && argument.starts_with("--") && argument.ends_with('=') && isOptionWithValue(app, name);
+        arguments.push_back(hasEmptyValue ? name : argument);
         if (hasEmptyValue) {
             arguments.emplace_back();
         }

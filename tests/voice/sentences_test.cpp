@@ -174,7 +174,7 @@ private:
 };
 
 TEST_P(ShippedSentences, AreUnderstoodWhicheverIsDrawn) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef LUNABROOK_SANITIZED
     constexpr int kDraws = 1;  // ten times as slow there, and the same code
 #else
     constexpr int kDraws = 8;

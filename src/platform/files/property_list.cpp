@@ -78,6 +78,11 @@ std::optional<std::string> PropertyList::merge(std::string_view bytes) {
     }
 }
 
+void PropertyList::merge(const PropertyList& other) {
+    entries_ += other.entries_;
+    fault_ = fault_ ? fault_ : other.fault_;
+}
+
 Dictionary PropertyList::dictionary() const {
     std::string_view rest = entries_;
     return takeDictionary(rest);

@@ -25,7 +25,7 @@ public:
     void remove(std::string_view key) { change(key, nullptr); }
     // Takes over the keys of another list, as they stand there. What is wrong with its bytes, or nil.
     std::optional<std::string> merge(std::string_view bytes);
-    void merge(const PropertyList& other) { entries_ += other.entries_; }
+    void merge(const PropertyList& other);
 
     // What it holds: values without a meaning here (an archiver's reference, a null) are left out.
     Dictionary dictionary() const;

@@ -42,46 +42,44 @@ std::string holderOf(const FileDescriptor& file) {
     return "another program";
 }
 
-// Who does not stand in the queue looks now and then.
-bool lockByLooking(const FileDescriptor& file, std::chrono::milliseconds patience) {
+// Both give 0, ETIMEDOUT or what went wrong. Who does not stand in the queue looks now and then.
+int lockByLooking(const FileDescriptor& file, std::chrono::milliseconds patience) {
     constexpr std::chrono::milliseconds kPause(2);
     const auto end = std::chrono::steady_clock::now() + patience;
     while (::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            return errno;
+        }
         if (std::chrono::steady_clock::now() >= end) {
-            return false;
+            return ETIMEDOUT;
         }
         std::this_thread::sleep_for(kPause);
     }
-    return true;
+    return 0;
 }
 
 // The system's queue is fair, while who only looks may find busy writers there every time. But nobody can leave the
 // queue: a thread of its own stands in it, and one that was given up drops the lock when it has it. A program that is
 // asked again and again while the holder is stopped has few of them.
-bool lockInTurn(const FileDescriptor& file, std::chrono::milliseconds patience) {
+int lockInTurn(const FileDescriptor& file, std::chrono::milliseconds patience) {
     constexpr int kMostInQueue = 8;
     static std::atomic<int> inQueue = 0;
     const int queued = inQueue < kMostInQueue ? ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0) : -1;
-    std::packaged_task<bool()> turn([queued] {
-        int result = 0;
+    std::packaged_task<int()> turn([queued] {
+        int error = 0;
         do {
-            result = ::flock(queued, LOCK_EX);
-        } while (result != 0 && errno == EINTR);
+            error = ::flock(queued, LOCK_EX) == 0 ? 0 : errno;
+        } while (error == EINTR);
         ::close(queued);
         --inQueue;
-        return result == 0;
+        return error;
     });
     auto outcome = turn.get_future();
     try {
         if (queued >= 0) {
             ++inQueue;
             std::thread(std::move(turn)).detach();
-            if (outcome.wait_for(patience) != std::future_status::ready) {
-                return false;
-            }
-            if (outcome.get()) {
-                return true;
-            }
+            return outcome.wait_for(patience) == std::future_status::ready ? outcome.get() : ETIMEDOUT;
         }
     } catch (const std::system_error&) {  // no thread is left
         --inQueue;
@@ -144,17 +142,15 @@ std::optional<std::string> replaceFile(const std::filesystem::path& target, cons
 }
 
 std::optional<std::string> lock(const FileDescriptor& file, std::chrono::milliseconds patience) {
-    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
-        return std::nullopt;
+    int error = file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0 ? 0 : errno;
+    if (file.isOpen() && (error == EWOULDBLOCK || error == EINTR)) {
+        error = lockInTurn(file, patience);
     }
-    if (!file.isOpen() || (errno != EWOULDBLOCK && errno != EINTR)) {
-        return lastErrorText();
-    }
-    if (!lockInTurn(file, patience)) {
+    if (error == ETIMEDOUT) {
         return holderOf(file) + " has held the lock for more than " +
                std::to_string(std::chrono::duration_cast<std::chrono::seconds>(patience).count()) + " seconds";
     }
-    return std::nullopt;
+    return error == 0 ? std::nullopt : std::optional(std::generic_category().message(error));
 }
 
 void takeOwnerFrom(const std::filesystem::path& other, const FileDescriptor& file) {
@@ -178,7 +174,8 @@ std::optional<std::string> makeFolder(const std::filesystem::path& folder) {
         return error;
     }
     if (::mkdir(folder.c_str(), kPrivateFolder) == 0 && ::chmod(folder.c_str(), kPrivateFolder) == 0) {
-        takeOwnerFrom(folder.parent_path(), FileDescriptor(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
+        takeOwnerFrom(std::filesystem::absolute(folder, ignored).parent_path(),
+                      FileDescriptor(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
         return std::nullopt;
     }
     const std::string error = lastErrorText();

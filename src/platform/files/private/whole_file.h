@@ -17,8 +17,8 @@ bool readAll(const FileDescriptor& file, std::size_t limit, std::string& bytes);
 
 // In one step: a reader, a kill or a power cut finds the old bytes or the new ones. Owner and mode of an old file stay
 // as far as this user may set them; a new one is private. The temporary file beside the target has its name and this
-// ending; what lies there, such as a killed writer's, goes. What went wrong, or nil; after a fault the old file is
-// whole and the temporary one gone.
+// ending; what lies there, such as a killed writer's, goes, so two writers at once need a lock or endings of their own.
+// What went wrong, or nil; after a fault the old file is whole and the temporary one gone.
 std::optional<std::string> replaceFile(const std::filesystem::path& target, const std::string& bytes,
                                        const std::string& ending = ".new");
 
